@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_ACCU_SHAPE_BBOX_HPP
+#define QEL_ACCU_SHAPE_BBOX_HPP
+
+#include <qel/accu/internal/base.hpp>
+#include <qel/core/box2d.hpp>
+
+namespace qel {
+
+namespace accu {
+
+namespace shape {
+
+/// The smallest box around the sites taken. The result of an empty accumulator has no meaning.
+template <typename P>
+struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
+  using argument = P;
+
+  /// The old box stays behind; the next site replaces it.
+  void init() { valid_ = false; }
+
+  void take(const P& p) {
+    if (!valid_) {
+      box_ = box<P>(p, p);
+      valid_ = true;
+      return;
+    }
+    for (unsigned i = 0; i < 2; ++i) {
+      if (p[i] < box_.pmin()[i])
+        box_.pmin()[i] = p[i];
+      else if (p[i] > box_.pmax()[i])
+        box_.pmax()[i] = p[i];
+    }
+  }
+
+  void take(const bbox& other) {
+    if (!other.valid_) return;
+    if (!valid_) {
+      *this = other;
+      return;
+    }
+    for (unsigned i = 0; i < 2; ++i) {
+      if (other.box_.pmin()[i] < box_.pmin()[i]) box_.pmin()[i] = other.box_.pmin()[i];
+      if (other.box_.pmax()[i] > box_.pmax()[i]) box_.pmax()[i] = other.box_.pmax()[i];
+    }
+  }
+
+  const box<P>& to_result() const { return box_; }
+
+  /// Whether a site has been taken.
+  bool is_valid() const { return valid_; }
+
+ private:
+  bool valid_ = false;
+  box<P> box_;
+};
+
+}  // namespace shape
+
+}  // namespace accu
+
+}  // namespace qel
+
+#endif  // QEL_ACCU_SHAPE_BBOX_HPP

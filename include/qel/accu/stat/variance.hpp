@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_ACCU_STAT_VARIANCE_HPP
+#define QEL_ACCU_STAT_VARIANCE_HPP
+
+#include <qel/accu/internal/base.hpp>
+#include <qel/core/internal/wrapping.hpp>
+
+namespace qel {
+
+namespace accu {
+
+namespace stat {
+
+/// Population variance of a set of integers T: the mean of the squares less the square of the mean, with sums
+/// kept in S and the result given in R.
+///
+/// Each square is formed in the integer type that T promotes to and wraps there, from 46341 on for 16 and 32
+/// bits: a variance of large values can be negative. So can one of nearly equal values, by rounding. Nothing
+/// is clamped.
+template <typename T, typename S, typename R>
+struct variance : accu::internal::base<R, variance<T, S, R>> {
+  using argument = T;
+
+  void init() { *this = variance(); }
+
+  void take(const T& t) {
+    ++count_;
+    sum_ += static_cast<S>(t);
+    sum2_ += static_cast<S>(qel::internal::wrapping_square(t));
+  }
+
+  void take(const variance& other) {
+    count_ += other.count_;
+    sum_ += other.sum_;
+    sum2_ += other.sum2_;
+  }
+
+  /// 0 for an empty accumulator.
+  R to_result() const {
+    if (count_ == 0) return R(0);
+    const auto n = static_cast<S>(count_);
+    const S mean = sum_ / n;
+    return static_cast<R>(sum2_ / n - mean * mean);
+  }
+
+  /// Whether a value has been taken.
+  bool is_valid() const { return count_ != 0; }
+
+ private:
+  unsigned count_ = 0;
+  S sum_ = S(0);
+  S sum2_ = S(0);
+};
+
+}  // namespace stat
+
+}  // namespace accu
+
+}  // namespace qel
+
+#endif  // QEL_ACCU_STAT_VARIANCE_HPP

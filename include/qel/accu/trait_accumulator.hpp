@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_ACCU_TRAIT_ACCUMULATOR_HPP
+#define QEL_ACCU_TRAIT_ACCUMULATOR_HPP
+
+namespace qel {
+
+namespace trait {
+
+namespace accumulator {
+
+/// What an accumulator wants to see of a site of an image.
+namespace when_pix {
+struct use_none {};  ///< nothing: the site only counts
+struct use_p {};     ///< the site
+struct use_v {};     ///< the image value at the site
+}  // namespace when_pix
+
+}  // namespace accumulator
+
+/// The properties of the accumulator type A: `when_pix`.
+template <typename A>
+struct accumulator_;
+
+}  // namespace trait
+
+}  // namespace qel
+
+#endif  // QEL_ACCU_TRAIT_ACCUMULATOR_HPP

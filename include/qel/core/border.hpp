@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_BORDER_HPP
+#define QEL_CORE_BORDER_HPP
+
+namespace qel {
+
+namespace border {
+
+/// Border, in sites on each side, of every image made without a border of its own.
+inline unsigned thickness = 3;
+
+}  // namespace border
+
+}  // namespace qel
+
+#endif  // QEL_CORE_BORDER_HPP

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_BOX2D_HPP
+#define QEL_CORE_BOX2D_HPP
+
+#include <qel/core/concept/box.hpp>
+#include <qel/core/internal/box_impl.hpp>
+#include <qel/core/point2d.hpp>
+#include <qel/core/util/ord.hpp>
+
+namespace qel {
+
+template <typename P>
+struct box_fwd_piter_;
+template <typename P>
+struct box_runstart_piter;
+
+/// The rectangle of the sites between two inclusive corners.
+///
+/// Validity is decided in row-major order, not for each axis: the columns count only when the rows are equal.
+/// A box with rows in order and columns the wrong way round is valid, has a wrapped length and contains no
+/// site.
+template <typename P>
+struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
+  using site = P;
+  using psite = P;
+  using fwd_piter = box_fwd_piter_<P>;
+
+  /// An invalid box without sites.
+  box() : pmin_(P::plus_infty()), pmax_(P::minus_infty()) {}
+
+  box(const P& pmin, const P& pmax) : pmin_(pmin), pmax_(pmax) {}
+
+  const P& pmin() const { return pmin_; }
+  P& pmin() { return pmin_; }
+
+  const P& pmax() const { return pmax_; }
+  P& pmax() { return pmax_; }
+
+  bool is_valid() const { return util::ord_weak(pmin_, pmax_); }
+
+  /// Whether `p` lies in the box; tested for each axis, whether the box is valid or not.
+  bool has(const P& p) const {
+    return pmin_.row() <= p.row() && p.row() <= pmax_.row() && pmin_.col() <= p.col() &&
+           p.col() <= pmax_.col();
+  }
+
+  /// Two invalid boxes are equal, whatever their corners: neither has a site.
+  friend bool operator==(const box& a, const box& b) {
+    if (!a.is_valid() || !b.is_valid()) return a.is_valid() == b.is_valid();
+    return a.pmin_ == b.pmin_ && a.pmax_ == b.pmax_;
+  }
+  friend bool operator!=(const box& a, const box& b) { return !(a == b); }
+
+ private:
+  P pmin_;
+  P pmax_;
+};
+
+/// A rectangle of sites in the plane.
+using box2d = box<point2d>;
+
+}  // namespace qel
+
+#endif  // QEL_CORE_BOX2D_HPP

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_CONCEPT_SITE_PROXY_HPP
+#define QEL_CORE_CONCEPT_SITE_PROXY_HPP
+
+#include <qel/core/concept/object.hpp>
+
+namespace qel {
+
+/// Whatever stands in for a site: site iterators and stored positions.
+///
+/// A model offers `subj_()`, one step towards the site, and converts to a constant reference to it.
+template <typename E>
+struct Site_Proxy : Object<E> {
+ protected:
+  Site_Proxy() = default;
+};
+
+}  // namespace qel
+
+#endif  // QEL_CORE_CONCEPT_SITE_PROXY_HPP

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_IMAGE2D_HPP
+#define QEL_CORE_IMAGE2D_HPP
+
+// The image of the library: one block of values on a box with a border, reached through a table of row
+// pointers and shared by cheap handles.
+
+#include <qel/core/border.hpp>
+#include <qel/core/box2d.hpp>
+#include <qel/core/dpoint2d.hpp>
+#include <qel/core/internal/image2d_data.hpp>
+#include <qel/core/internal/image_base.hpp>
+#include <qel/core/internal/metal.hpp>
+#include <qel/core/internal/wrapping.hpp>
+#include <qel/core/point2d.hpp>
+#include <qel/core/trait_image.hpp>
+
+#include <memory>
+#include <type_traits>
+
+namespace qel {
+
+/// A two-dimensional image with values of type T.
+///
+/// An object is a handle: a copy shares the values of its original, and `duplicate` makes a deep copy. The
+/// record goes with its last handle. Nothing checks an argument: a site outside the padded box is the
+/// caller's fault.
+///
+/// Coordinates have 16 bits and the border counts: with the default border of 3, at most 32765 rows and
+/// columns.
+template <typename T>
+class image2d : public internal::image_base<T, box2d, image2d<T>>,
+                public internal::check::image_fastest_<image2d<T>, metal::bool_<true>> {
+  using base = internal::image_base<T, box2d, image2d<T>>;
+
+ public:
+  /// An empty handle.
+  image2d() = default;
+
+  /// An image on the box `b` (rows x columns sites), with `bdr` sites of border on each side.
+  ///
+  /// Values of builtin and site type are not set. \throws std::bad_alloc.
+  explicit image2d(const box2d& b, unsigned bdr = border::thickness) { init_(b, bdr); }
+
+  image2d(const image2d& rhs) = default;
+  image2d& operator=(const image2d& rhs) = default;
+  ~image2d() = default;
+
+  /// Points this handle at a new record; other handles keep the one that it held before.
+  ///
+  /// \throws std::bad_alloc; the handle keeps its record then.
+  void init_(const box2d& b, unsigned bdr) {
+    auto record = std::make_unique<internal::data<image2d>>(b, bdr);
+    this->data_ = record.get();
+    record.release();
+  }
+
+  /// The sites that carry image data.
+  const box2d& domain() const { return this->data_->b_; }
+
+  /// Border, in sites on each side.
+  unsigned border() const { return this->data_->bdr_; }
+
+  /// Whether `p` lies in the padded box. True in the border too: for the domain alone ask `domain().has(p)`.
+  bool has(const point2d& p) const { return this->data_->vb_.has(p); }
+
+  /// The value at `p`: two loads, no arithmetic on the coordinates. \pre `has(p)`.
+  const T& operator()(const point2d& p) const { return this->data_->array_[p.row()][p.col()]; }
+  T& operator()(const point2d& p) { return this->data_->array_[p.row()][p.col()]; }
+
+  /// The first element of the block, that of the padded box's top left corner. The block is in row-major
+  /// order.
+  const T* buffer() const { return this->data_->buffer_; }
+  T* buffer() { return this->data_->buffer_; }
+
+  /// Size of the block in elements, border included.
+  unsigned nelements() const { return this->data_->vb_.nsites(); }
+
+  /// Element `i` of the block. \pre `i < nelements()`.
+  const T& element(unsigned i) const { return this->data_->buffer_[i]; }
+  T& element(unsigned i) { return this->data_->buffer_[i]; }
+
+  /// Distance in the block, in elements, between two sites that differ by `dp`.
+  int delta_index(const dpoint2d& dp) const {
+    const unsigned ncols = this->data_->vb_.len(1);
+    return static_cast<int>(static_cast<unsigned>(dp.row()) * ncols + static_cast<unsigned>(dp.col()));
+  }
+
+  /// The site of element `i` of the block; the top left corner if the block is empty.
+  point2d point_at_index(unsigned i) const {
+    const box2d& vb = this->data_->vb_;
+    const unsigned ncols = vb.len(1);
+    if (ncols == 0) return vb.pmin();
+    return {internal::to_coord(static_cast<unsigned>(vb.pmin_row()) + i / ncols),
+            internal::to_coord(static_cast<unsigned>(vb.pmin_col()) + i % ncols)};
+  }
+};
+
+namespace trait {
+
+template <typename T>
+struct image_<image2d<T>> {
+  using quant = std::conditional_t<internal::has_low_quant<T>, image::quant::low, image::quant::high>;
+  using value_storage = image::value_storage::one_block;
+  using value_access = image::value_access::direct;
+  using vw_io = image::vw_io::any;
+};
+
+template <typename T, typename V>
+struct ch_value<image2d<T>, V> {
+  using ret = image2d<V>;
+};
+
+template <typename T>
+struct concrete<image2d<T>> {
+  using ret = image2d<T>;
+};
+
+}  // namespace trait
+
+}  // namespace qel
+
+#endif  // QEL_CORE_IMAGE2D_HPP

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_INTERNAL_SITE_SET_ITERATOR_BASE_HPP
+#define QEL_CORE_INTERNAL_SITE_SET_ITERATOR_BASE_HPP
+
+#include <qel/core/internal/if_possible.hpp>
+#include <qel/core/internal/site_iterator_base.hpp>
+
+namespace qel {
+
+namespace internal {
+
+/// An iterator over a site set S that keeps the set and its current position. The set stays the caller's, who
+/// keeps it alive and unchanged during the walk.
+template <typename S, typename E>
+struct site_set_iterator_base : site_iterator_base<S, E> {
+  /// Binds the iterator to `s`; it is invalid until `start()`.
+  void change_target(const S& s) {
+    s_ = &s;
+    if_possible::change_target(p_, s);
+    this->invalidate();
+  }
+
+  const typename S::psite& subj_() const { return p_; }
+
+ protected:
+  site_set_iterator_base() = default;
+
+  const S* s_ = nullptr;
+  typename S::psite p_;
+
+ private:
+  friend struct site_iterator_base<S, E>;
+};
+
+}  // namespace internal
+
+}  // namespace qel
+
+#endif  // QEL_CORE_INTERNAL_SITE_SET_ITERATOR_BASE_HPP

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_POINT2D_HPP
+#define QEL_CORE_POINT2D_HPP
+
+#include <qel/core/concept/object.hpp>
+#include <qel/core/dpoint2d.hpp>
+#include <qel/core/grid.hpp>
+#include <qel/core/internal/coord_impl.hpp>
+#include <qel/core/internal/wrapping.hpp>
+
+#include <array>
+#include <limits>
+
+namespace qel {
+
+/// A site of the grid G: a plain value of two coordinates, the row and the column.
+///
+/// Sites are stored by the million (parent images, sorted arrays), hence 16-bit coordinates: 4 bytes a site.
+template <typename G, typename C>
+struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, point<G, C>> {
+  using coord = C;
+  using dpsite = dpoint<G, C>;
+
+  /// Unset coordinates: an image of sites costs no pass of its own when it is allocated.
+  point() = default;
+
+  point(C row, C col) : coord_{row, col} {}
+
+  /// The greatest site in row-major order.
+  static const point& plus_infty() {
+    static const point p(std::numeric_limits<C>::max(), std::numeric_limits<C>::max());
+    return p;
+  }
+
+  /// The least site in row-major order.
+  static const point& minus_infty() {
+    static const point p(std::numeric_limits<C>::min(), std::numeric_limits<C>::min());
+    return p;
+  }
+
+  /// The two coordinates in single precision, which is exact for 16 bits.
+  std::array<float, 2> to_vec() const {
+    return {static_cast<float>(coord_[0]), static_cast<float>(coord_[1])};
+  }
+
+  friend bool operator==(const point& a, const point& b) {
+    return a.coord_[0] == b.coord_[0] && a.coord_[1] == b.coord_[1];
+  }
+  friend bool operator!=(const point& a, const point& b) { return !(a == b); }
+
+  /// Each coordinate of the sum and of the difference wraps modulo 65536: (32767, 0) + (1, 0) is (-32768, 0).
+  friend point operator+(const point& p, const dpsite& dp) {
+    return {internal::to_coord(p.row() + dp.row()), internal::to_coord(p.col() + dp.col())};
+  }
+  friend point operator-(const point& p, const dpsite& dp) {
+    return {internal::to_coord(p.row() - dp.row()), internal::to_coord(p.col() - dp.col())};
+  }
+
+ private:
+  friend internal::mutable_coord_impl_<G::dim, C, point>;
+  C coord_[2];
+};
+
+/// A site of the plane, two signed 16-bit coordinates.
+using point2d = point<grid::square, short>;
+
+}  // namespace qel
+
+#endif  // QEL_CORE_POINT2D_HPP

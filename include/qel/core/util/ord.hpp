@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_UTIL_ORD_HPP
+#define QEL_CORE_UTIL_ORD_HPP
+
+// The orders of the library: row-major on sites and displacements, less-than on numbers.
+//
+// Tie orders, site arrays and windows all stand on `ord_strict`; with a different order the canonical sites
+// of a tree would be others, and so would the rounding of the float attributes.
+
+#include <qel/core/dpoint2d.hpp>
+#include <qel/core/point2d.hpp>
+
+#include <type_traits>
+
+namespace qel {
+
+namespace util {
+
+template <typename T>
+constexpr std::enable_if_t<std::is_arithmetic_v<T>, bool> ord_strict(const T& a, const T& b) {
+  return a < b;
+}
+
+/// Row-major: by row, then by column, on signed values.
+template <typename G, typename C>
+bool ord_strict(const point<G, C>& a, const point<G, C>& b) {
+  return a.row() != b.row() ? a.row() < b.row() : a.col() < b.col();
+}
+
+template <typename G, typename C>
+bool ord_strict(const dpoint<G, C>& a, const dpoint<G, C>& b) {
+  return a.row() != b.row() ? a.row() < b.row() : a.col() < b.col();
+}
+
+/// Row-major; two equal sites are in order.
+template <typename G, typename C>
+bool ord_weak(const point<G, C>& a, const point<G, C>& b) {
+  return !ord_strict(b, a);
+}
+
+/// `ord_strict` as a function object, for the standard containers.
+template <typename T>
+struct ord {
+  bool operator()(const T& a, const T& b) const { return ord_strict(a, b); }
+};
+
+}  // namespace util
+
+}  // namespace qel
+
+#endif  // QEL_CORE_UTIL_ORD_HPP

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_VALUE_SET_HPP
+#define QEL_CORE_VALUE_SET_HPP
+
+// The set of all values of a type, as an object.
+
+#include <limits>
+
+namespace qel {
+
+namespace value {
+
+template <typename T>
+struct set;
+
+namespace internal {
+
+/// What a set of values offers when its values can be counted: 8-bit integers and truth values. Empty
+/// otherwise.
+template <typename T, typename E>
+struct iterable_set {};
+
+/// The values of an 8-bit integer type in ascending order, numbered from 0.
+template <typename T, typename E>
+struct iterable_integer_set {
+  unsigned nvalues() const { return 256; }
+
+  /// The value of index `i`, in [0, 255].
+  T operator[](unsigned i) const {
+    return static_cast<T>(static_cast<int>(i) + std::numeric_limits<T>::min());
+  }
+
+  bool has(const T&) const { return true; }
+
+  /// The index of the value `v`: 0 for the least value of the type.
+  unsigned index_of(const T& v) const { return static_cast<unsigned>(v - std::numeric_limits<T>::min()); }
+};
+
+template <typename E>
+struct iterable_set<signed char, E> : iterable_integer_set<signed char, E> {};
+
+template <typename E>
+struct iterable_set<unsigned char, E> : iterable_integer_set<unsigned char, E> {};
+
+template <typename E>
+struct iterable_set<bool, E> {
+  unsigned nvalues() const { return 2; }
+  bool operator[](unsigned i) const { return i != 0; }
+  bool has(const bool&) const { return true; }
+  unsigned index_of(const bool& v) const { return v ? 1 : 0; }
+};
+
+}  // namespace internal
+
+/// All values of T; one object without data for each T.
+template <typename T>
+struct set : internal::iterable_set<T, set<T>> {
+  using value = T;
+
+  static const set& the() {
+    static const set one;
+    return one;
+  }
+};
+
+}  // namespace value
+
+}  // namespace qel
+
+#endif  // QEL_CORE_VALUE_SET_HPP

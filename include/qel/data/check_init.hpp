@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_DATA_CHECK_INIT_HPP
+#define QEL_DATA_CHECK_INIT_HPP
+
+#include <qel/core/box2d.hpp>
+
+namespace qel {
+
+namespace internal {
+
+/// Makes an image class that lacks a suitable `init_` fail to build; does nothing at run time.
+///
+///     internal::check_init(&I::init_);
+template <typename I>
+constexpr int check_init(void (I::*)(const box2d&, unsigned)) {
+  return 0;
+}
+
+}  // namespace internal
+
+}  // namespace qel
+
+#endif  // QEL_DATA_CHECK_INIT_HPP

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_DATA_DUPLICATE_HPP
+#define QEL_DATA_DUPLICATE_HPP
+
+#include <qel/core/concept/image.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/check_init.hpp>
+#include <qel/data/fill.hpp>
+#include <qel/data/initialize.hpp>
+#include <qel/trace/trace.hpp>
+
+namespace qel {
+
+/// A deep copy of `model`: same domain, border and values (the border's too), in storage of its own.
+///
+/// Cost: one pass over the block. \throws std::bad_alloc.
+template <typename I>
+typename trait::concrete<I>::ret duplicate(const Image<I>& model) {
+  trace::entering("core::duplicate");
+  using output_t = typename trait::concrete<I>::ret;
+  internal::check_init(&output_t::init_);
+  output_t output;
+  initialize(output, model);
+  data::fill(output, internal::force_exact<I>(model));
+  trace::exiting("core::duplicate");
+  return output;
+}
+
+}  // namespace qel
+
+#endif  // QEL_DATA_DUPLICATE_HPP

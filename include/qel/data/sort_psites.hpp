@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_DATA_SORT_PSITES_HPP
+#define QEL_DATA_SORT_PSITES_HPP
+
+// All sites of an image in the order of their values: the sweep order that decides which component tree comes
+// out.
+//
+// Among sites of equal value the increasing arrays are in raster order. The decreasing array of an 8-bit
+// image is in raster order too, that of a wider image in reverse raster order. The tie order decides which
+// site of a node is its canonical site and the order of float sums, so both are part of the results that
+// users get.
+
+#include <qel/core/box_piter.hpp>
+#include <qel/core/concept/image.hpp>
+#include <qel/core/convert/to_p_array.hpp>
+#include <qel/core/p_array.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/geom/nsites.hpp>
+#include <qel/data/histo.hpp>
+#include <qel/data/value_psite_order.hpp>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace qel {
+
+namespace data {
+
+namespace impl {
+
+/// Puts each site at the place that `loc` tells for its value. Sites of one value stay in raster order.
+template <typename I>
+p_array2d place_psites_(const I& ima, std::vector<unsigned> loc) {
+  const auto& vset = ima.values_space();
+  std::vector<point2d> vec(geom::nsites(ima));
+  box2d::fwd_piter p(ima.domain());
+  for (p.start(); p.is_valid(); p.next()) vec[loc[vset.index_of(ima(p))]++] = p;
+  return p_array2d(std::move(vec));
+}
+
+/// Counting sort, for values few enough to count. Cost: two passes, no comparison.
+template <typename I>
+p_array2d sort_psites_increasing_(trait::image::quant::low, const Image<I>& ima) {
+  const auto h = histo::compute(ima);
+  std::vector<unsigned> loc(h.vset().nvalues());
+  for (unsigned i = 1; i < loc.size(); ++i) loc[i] = loc[i - 1] + h[i - 1];
+  return place_psites_(qel::internal::force_exact<I>(ima), std::move(loc));
+}
+
+/// As above; the direction lies in the table of places alone.
+template <typename I>
+p_array2d sort_psites_decreasing_(trait::image::quant::low, const Image<I>& ima) {
+  const auto h = histo::compute(ima);
+  std::vector<unsigned> loc(h.vset().nvalues());
+  for (unsigned i = static_cast<unsigned>(loc.size()) - 1; i > 0; --i) loc[i - 1] = loc[i] + h[i];
+  return place_psites_(qel::internal::force_exact<I>(ima), std::move(loc));
+}
+
+/// Comparison sort, for all other values. Cost: n log n comparisons.
+template <typename I>
+p_array2d sort_psites_increasing_(trait::image::quant::high, const Image<I>& ima) {
+  const I& exact_ima = qel::internal::force_exact<I>(ima);
+  p_array2d s = convert::to_p_array(exact_ima.domain());
+  std::sort(s.vect_.begin(), s.vect_.end(), value_psite_less_<I>(exact_ima));
+  return s;
+}
+
+template <typename I>
+p_array2d sort_psites_decreasing_(trait::image::quant::high, const Image<I>& ima) {
+  const I& exact_ima = qel::internal::force_exact<I>(ima);
+  p_array2d s = convert::to_p_array(exact_ima.domain());
+  std::sort(s.vect_.begin(), s.vect_.end(), value_psite_greater_<I>(exact_ima));
+  return s;
+}
+
+}  // namespace impl
+
+/// The sites of the domain by ascending value: the sweep order of a max-tree. \throws std::bad_alloc.
+template <typename I>
+p_array2d sort_psites_increasing(const Image<I>& ima) {
+  return impl::sort_psites_increasing_(typename trait::image_<I>::quant(), ima);
+}
+
+/// The sites of the domain by descending value: the sweep order of a min-tree. \throws std::bad_alloc.
+template <typename I>
+p_array2d sort_psites_decreasing(const Image<I>& ima) {
+  return impl::sort_psites_decreasing_(typename trait::image_<I>::quant(), ima);
+}
+
+}  // namespace data
+
+}  // namespace qel
+
+#endif  // QEL_DATA_SORT_PSITES_HPP

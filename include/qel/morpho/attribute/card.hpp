@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_ATTRIBUTE_CARD_HPP
+#define QEL_MORPHO_ATTRIBUTE_CARD_HPP
+
+#include <qel/accu/internal/base.hpp>
+#include <qel/accu/trait_accumulator.hpp>
+
+namespace qel {
+
+namespace morpho {
+
+namespace attribute {
+
+/// Area of a component, in sites.
+template <typename I>
+struct card : accu::internal::base<unsigned, card<I>> {
+  using argument = typename I::psite;
+
+  void init() { count_ = 0; }
+
+  /// The site itself is not read.
+  void take(const argument&) { ++count_; }
+
+  void take(const card& other) { count_ += other.count_; }
+
+  unsigned to_result() const { return count_; }
+
+  /// Always true: the area of nothing is 0.
+  bool is_valid() const { return true; }
+
+  /// Holds `count` sites.
+  void set_count(unsigned count) { count_ = count; }
+
+ private:
+  unsigned count_ = 0;
+};
+
+}  // namespace attribute
+
+}  // namespace morpho
+
+namespace trait {
+
+template <typename I>
+struct accumulator_<morpho::attribute::card<I>> {
+  using when_pix = accumulator::when_pix::use_none;
+};
+
+}  // namespace trait
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_ATTRIBUTE_CARD_HPP

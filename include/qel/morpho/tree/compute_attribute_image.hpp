@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_COMPUTE_ATTRIBUTE_IMAGE_HPP
+#define QEL_MORPHO_TREE_COMPUTE_ATTRIBUTE_IMAGE_HPP
+
+// The attribute of every node of a component tree, given to every site of the node.
+
+#include <qel/accu/accumulator.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/check_init.hpp>
+#include <qel/data/duplicate.hpp>
+#include <qel/data/fill.hpp>
+#include <qel/data/initialize.hpp>
+#include <qel/morpho/tree/piter.hpp>
+#include <qel/morpho/tree/take_as_init.hpp>
+#include <qel/trace/trace.hpp>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+/// The image of accumulators of type A over a tree of type T, and that of their results.
+template <typename T, typename A>
+using accu_image_t = typename trait::ch_value<typename T::function, A>::ret;
+template <typename T, typename A>
+using attribute_image_t = typename trait::ch_value<typename T::function, typename A::result>::ret;
+
+namespace internal {
+
+/// Fills `data` with the accumulator of each site's node.
+///
+/// Each site hands its content to its parent in the reverse of the sweep order. The order is part of the
+/// result: it is the order in which the float sums round.
+template <typename T, typename I, typename D>
+void accumulate(const T& tree, const I& f, D& data) {
+  up_site_piter<T> p(tree);
+  for (p.start(); p.is_valid(); p.next()) take_as_init(data(p), f, p);
+  for (p.start(); p.is_valid(); p.next())
+    if (!tree.is_root(p)) data(tree.parent(p)).take(data(p));
+  for (p.start(); p.is_valid(); p.next())
+    if (!tree.is_a_node(p)) data(p) = data(tree.parent(p));
+}
+
+template <typename A, typename T, typename I>
+attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const I& f,
+                                                accu_image_t<T, A>* accu_image) {
+  qel::internal::check_init(&accu_image_t<T, A>::init_);
+  accu_image_t<T, A> data;
+  initialize(data, tree.f());
+  qel::data::fill(data, a);
+  accumulate(tree, f, data);
+  if (accu_image != nullptr) *accu_image = duplicate(data);
+
+  qel::internal::check_init(&attribute_image_t<T, A>::init_);
+  attribute_image_t<T, A> output;
+  initialize(output, data);
+  qel::data::fill(output, data);
+  return output;
+}
+
+}  // namespace internal
+
+/// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the
+/// node.
+///
+/// \param accu_image where to leave a copy of the accumulators of all sites, or null.
+/// \post `a` and `tree` are unchanged; the border of the result means nothing.
+/// \throws std::bad_alloc.
+///
+/// Cost: three walks over the sites; an accumulator for each of them while it runs.
+template <typename A, typename T>
+attribute_image_t<T, A> compute_attribute_image(const Accumulator<A>& a, const T& tree,
+                                                accu_image_t<T, A>* accu_image = nullptr) {
+  trace::entering("morpho::tree::compute_attribute_image");
+  auto output =
+      internal::compute_attribute_image(qel::internal::force_exact<A>(a), tree, tree.f(), accu_image);
+  trace::exiting("morpho::tree::compute_attribute_image");
+  return output;
+}
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_COMPUTE_ATTRIBUTE_IMAGE_HPP

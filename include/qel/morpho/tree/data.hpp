@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_DATA_HPP
+#define QEL_MORPHO_TREE_DATA_HPP
+
+#include <qel/core/concept/image.hpp>
+#include <qel/core/concept/neighborhood.hpp>
+#include <qel/core/concept/site_set.hpp>
+#include <qel/core/p_array.hpp>
+#include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/initialize.hpp>
+#include <qel/morpho/tree/compute_parent.hpp>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+/// A component tree of an image of type I, swept in the order of a site array S.
+///
+/// A node has no object and no number: it is named by its canonical site, and whatever belongs to a node
+/// (children, attribute, mark) lives in an image at that site. All lists are in the order of the construction
+/// sweep, that is by descending index in the site array: each node before its parent, the root last.
+///
+/// The image and the site array are only referred to: keep them alive and unchanged as long as the tree is
+/// read.
+template <typename I, typename S>
+class data {
+ public:
+  using function = I;
+  using site = typename I::site;
+  using psite = typename I::psite;
+  using value = typename I::value;
+  using sites_t = S;
+  using nodes_t = p_array<site>;
+  using parent_image_t = typename trait::ch_value<I, psite>::ret;
+  using children_image_t = typename trait::ch_value<I, nodes_t>::ret;
+
+  /// Builds the tree of `f` under `nbh`: a max-tree if `s` is an increasing array, a min-tree if it is a
+  /// decreasing one. \throws std::bad_alloc.
+  template <typename N>
+  data(const Image<I>& f, const Site_Set<S>& s, const Neighborhood<N>& nbh)
+      : f_(qel::internal::force_exact<I>(f)),
+        s_(qel::internal::force_exact<S>(s)),
+        parent_(compute_parent(f, nbh, s)) {
+    initialize(children_, f);
+    make_lists();
+  }
+
+  data(const data&) = delete;
+  data& operator=(const data&) = delete;
+
+  /// The image.
+  const I& f() const { return f_; }
+
+  /// The sites in sweep order.
+  const S& domain() const { return s_; }
+
+  const parent_image_t& parent_image() const { return parent_; }
+  const children_image_t& children_image() const { return children_; }
+
+  /// The nodes, each before its parent.
+  const nodes_t& nodes() const { return nodes_; }
+
+  /// The nodes without children, in the order of `nodes()`.
+  const nodes_t& leaves() const { return leaves_; }
+
+  /// 1, since the domain of an image is connected.
+  unsigned nroots() const { return nroots_; }
+
+  /// The canonical site of the node of `p`, or of its parent node if `p` is canonical itself; the root for
+  /// the root.
+  const psite& parent(const psite& p) const { return parent_(p); }
+
+  /// The children of the node `p`, in the order of `nodes()`; none for a site that is not a node.
+  const nodes_t& children(const psite& p) const { return children_(p); }
+
+  bool is_root(const psite& p) const { return parent_(p) == p; }
+
+  /// Whether `p` is the canonical site of its node.
+  bool is_a_node(const psite& p) const { return is_root(p) || f_(parent_(p)) != f_(p); }
+
+  /// Whether `p` has no children; true for every site that is not a node.
+  bool is_a_leaf(const psite& p) const { return children_(p).nsites() == 0; }
+
+ private:
+  /// Children come before their parent, so the list of a node is complete when the node is reached.
+  void make_lists() {
+    typename S::bkd_piter p(s_);
+    for (p.start(); p.is_valid(); p.next()) {
+      if (!is_a_node(p)) continue;
+      nodes_.insert(p);
+      if (is_root(p))
+        ++nroots_;
+      else
+        children_(parent_(p)).insert(p);
+      if (is_a_leaf(p)) leaves_.insert(p);
+    }
+  }
+
+  const I& f_;
+  const S& s_;
+  parent_image_t parent_;
+  children_image_t children_;
+  nodes_t nodes_;
+  nodes_t leaves_;
+  unsigned nroots_ = 0;
+};
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_DATA_HPP

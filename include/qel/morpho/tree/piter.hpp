@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_PITER_HPP
+#define QEL_MORPHO_TREE_PITER_HPP
+
+// The walks of a component tree. Each is a walk by index over one of the tree's arrays: no parent or child
+// link is followed. Nodes of different branches are interleaved; only the order between a node and its
+// ancestors is certain.
+
+#include <qel/core/internal/piter_adaptor.hpp>
+#include <qel/core/p_indexed_piter.hpp>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+/// Visits every site once, each before its parent, the root last. In one node the canonical site comes last.
+template <typename T>
+struct up_site_piter : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>,
+                                                     typename T::sites_t, up_site_piter<T>> {
+  explicit up_site_piter(const T& tree) { this->change_target(tree.domain()); }
+};
+
+/// Visits every node once, each before its parent, the root last.
+template <typename T>
+struct up_node_piter : qel::internal::piter_adaptor_<p_indexed_fwd_piter<typename T::nodes_t>,
+                                                     typename T::nodes_t, up_node_piter<T>> {
+  explicit up_node_piter(const T& tree) { this->change_target(tree.nodes()); }
+};
+
+/// Visits every node once, each after its parent, the root first.
+template <typename T>
+struct dn_node_piter : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::nodes_t>,
+                                                     typename T::nodes_t, dn_node_piter<T>> {
+  explicit dn_node_piter(const T& tree) { this->change_target(tree.nodes()); }
+};
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_PITER_HPP

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_PW_VALUE_HPP
+#define QEL_PW_VALUE_HPP
+
+#include <qel/core/concept/function.hpp>
+#include <qel/core/concept/image.hpp>
+
+namespace qel {
+
+namespace pw {
+
+/// An image as a function from sites to values.
+///
+/// It refers to the image handle that the caller holds: the handle must outlive the function, and assigning
+/// another image to it changes what the function sees.
+template <typename I>
+class value_ : public Function_v2v<value_<I>> {
+ public:
+  using result = typename I::value;
+
+  explicit value_(const Image<I>& ima) : ima_(&internal::force_exact<I>(ima)) {}
+
+  typename I::rvalue operator()(const typename I::psite& p) const { return (*ima_)(p); }
+
+ private:
+  const I* ima_;
+};
+
+}  // namespace pw
+
+}  // namespace qel
+
+#endif  // QEL_PW_VALUE_HPP

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_TRACE_TRACE_HPP
+#define QEL_TRACE_TRACE_HPP
+
+// A nested, timed outline of the operations that run, on `std::cout`; off unless `trace::quiet` is set to
+// false.
+//
+// Each traced operation opens a scope by `entering` with its name and closes it by `exiting` with the same
+// name. A scope that is closed twice, or under another name, is told on `std::cerr`, and tracing goes off.
+//
+// The state is process-wide and without locks. Cost when quiet: one test, and the caller's temporary string.
+
+#include <ctime>
+#include <iostream>
+#include <stack>
+#include <string>
+
+namespace qel {
+
+namespace trace {
+
+inline bool quiet = true;        ///< when true, `entering` and `exiting` do nothing
+inline unsigned tab = 0;         ///< number of open scopes
+inline bool full_trace = false;  ///< when true, `suspend` changes nothing
+
+namespace internal {
+
+inline unsigned max_tab = 0;        ///< `tab` just after the latest `entering`
+inline std::timespec start_time{};  ///< reserved
+inline bool is_quiet = quiet;       ///< what `resume` restores; one value, so stretches can't be nested
+
+}  // namespace internal
+
+inline std::stack<std::clock_t> start_times;  ///< processor clock at the opening of each open scope
+inline std::stack<std::string> scopes;        ///< names of the open scopes
+
+namespace internal {
+
+inline void indent() {
+  for (unsigned i = 0; i < tab; ++i) std::cout << "  ";
+}
+
+inline void report_missing_entering(const std::string& scope) {
+  std::cerr << "error: missing 'entering' scope (exiting is '" << scope << "')" << std::endl;
+  quiet = true;
+}
+
+inline void report_bad_matching(const std::string& scope) {
+  std::cerr << "error: bad matching scope (entering is '" << scopes.top() << "' v. exiting is '" << scope
+            << "')" << std::endl;
+  quiet = true;
+}
+
+/// Takes `scope` off the open scopes; a fault is reported and turns tracing off.
+inline void close_scope(const std::string& scope) {
+  if (scopes.empty()) return report_missing_entering(scope);
+  if (scopes.top() != scope) report_bad_matching(scope);
+  scopes.pop();
+}
+
+/// Prints the seconds since the opening of the innermost scope, unless the clock has not moved.
+inline void print_elapsed() {
+  // Without an open scope there is no time to tell. Only a caller's surplus `exiting` gets here with none.
+  if (start_times.empty()) return;
+  const std::clock_t now = std::clock();
+  if (now < start_times.top()) {
+    std::cerr << "warning: bad timer in trace handling" << std::endl;
+  } else if (now > start_times.top()) {
+    const float seconds = (static_cast<float>(now) - static_cast<float>(start_times.top())) / 1000000.0f;
+    std::cout << "- " << seconds << "s ";
+  }
+  start_times.pop();
+}
+
+}  // namespace internal
+
+/// Opens the scope of this name.
+inline void entering(const std::string& scope) {
+  if (quiet) return;
+  start_times.push(std::clock());
+  scopes.push(scope);
+  if (tab != 0) {
+    if (tab == internal::max_tab) std::cout << std::endl;
+    internal::indent();
+  }
+  std::cout << scope << " {";
+  internal::max_tab = ++tab;
+}
+
+/// Closes the scope of this name, the latest one that is open. A scope without inner scopes closes on its own
+/// line.
+inline void exiting(const std::string& scope) {
+  if (quiet) return;
+  internal::close_scope(scope);
+  const bool leaf = internal::max_tab == tab;
+  if (tab != 0) --tab;
+  if (leaf) {
+    std::cout << "} ";
+  } else {
+    internal::indent();
+    std::cout << "} " << scope << " ";
+  }
+  internal::print_elapsed();
+  if (leaf || internal::max_tab - tab >= 2) std::cout << std::endl;
+}
+
+/// Silences what follows, up to `resume`, unless `full_trace` is set.
+inline void suspend() {
+  internal::is_quiet = quiet;
+  if (!full_trace) quiet = true;
+}
+
+/// Undoes `suspend`.
+inline void resume() { quiet = internal::is_quiet; }
+
+}  // namespace trace
+
+}  // namespace qel
+
+#endif  // QEL_TRACE_TRACE_HPP
