@@ -55,7 +55,7 @@ struct p_indexed_psite : internal::pseudo_site_base_<const typename S::site&, p_
  private:
   const S* s_ = nullptr;
   int i_ = 0;
-  site p_;
+  site p_{};
 };
 
 }  // namespace qel

@@ -47,7 +47,7 @@ struct site_relative_iterator_base : site_iterator_base<S, E> {
 
   const S* s_ = nullptr;
   const psite* c_ = nullptr;
-  psite p_;
+  psite p_{};
 
  private:
   friend struct site_iterator_base<S, E>;

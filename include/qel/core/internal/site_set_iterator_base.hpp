@@ -26,7 +26,7 @@ struct site_set_iterator_base : site_iterator_base<S, E> {
   site_set_iterator_base() = default;
 
   const S* s_ = nullptr;
-  typename S::psite p_;
+  typename S::psite p_{};
 
  private:
   friend struct site_iterator_base<S, E>;
