@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#ifndef ENTRY_ARRAY_BRIDGE_HPP
+#define ENTRY_ARRAY_BRIDGE_HPP
+
+// Between the host's arrays and images. A host matrix of M rows holds the element of row i and column j at
+// index i + j * M of its block; an image has contiguous rows and a border. Host row i is image row i: nothing
+// is transposed.
+//
+// Both copies walk the host's block in its own order and stride through the image. Copies by tiles are hardly
+// faster, and there is little to gain: a plane takes some milliseconds a megapixel, the trees take a second.
+
+#include "entry/host.hpp"
+#include "entry/image_class.hpp"
+
+#include <qel/core/border.hpp>
+#include <qel/core/box2d.hpp>
+#include <qel/core/image2d.hpp>
+#include <qel/core/opt_at.hpp>
+#include <qel/core/point2d.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <new>
+
+namespace entry {
+namespace internal {
+
+/// Rows or columns that an image can have: coordinates have 16 bits, and the border behind it needs some.
+inline std::size_t greatest_length() {
+  constexpr std::size_t coordinates = std::size_t{std::numeric_limits<short>::max()} + 1;
+  return coordinates - std::min<std::size_t>(qel::border::thickness, coordinates);
+}
+
+}  // namespace internal
+}  // namespace entry
+
+/// A new image of rows x columns pixels with the elements of `array`, whose elements are of type T; its
+/// border is `border::thickness` wide and not filled.
+///
+/// \pre    `array` has two dimensions, and its class is that of T: neither is checked.
+/// \throws std::bad_array_new_length if the array has more rows or columns than 16-bit coordinates can tell
+///         with the border (32765 for a border of 3), before anything is allocated: coordinates would wrap
+///         and the copy would run out of the image's block. std::bad_alloc if there is no memory for the image.
+template <typename V, typename T>
+qel::image2d<V> mxArray2qel_image(const mxArray* array) {
+  const std::size_t rows = mxGetM(array);
+  const std::size_t cols = mxGetN(array);
+  if (std::max(rows, cols) > entry::internal::greatest_length()) throw std::bad_array_new_length();
+
+  const T* const data = reinterpret_cast<const T*>(mxGetPr(array));
+  const qel::point2d last(static_cast<short>(rows - 1), static_cast<short>(cols - 1));
+  qel::image2d<V> image(qel::box2d(qel::point2d(0, 0), last), qel::border::thickness);
+  for (std::size_t col = 0; col < cols; ++col)
+    for (std::size_t row = 0; row < rows; ++row)
+      qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)) =
+          static_cast<V>(data[row + col * rows]);
+  return image;
+}
+
+/// Writes the pixels of `image`, whose first site is (0, 0), column by column from `destination` on; the
+/// border stays behind. `destination` is left as it was: the caller moves it.
+///
+/// \pre there is room for rows x columns elements.
+template <typename V, typename T>
+void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
+  const std::size_t rows = image.domain().len(0);
+  const std::size_t cols = image.domain().len(1);
+  T* const block = destination;
+  for (std::size_t col = 0; col < cols; ++col)
+    for (std::size_t row = 0; row < rows; ++row)
+      block[row + col * rows] =
+          static_cast<T>(qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)));
+}
+
+#endif  // ENTRY_ARRAY_BRIDGE_HPP

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#ifndef ENTRY_SPARSE_HPP
+#define ENTRY_SPARSE_HPP
+
+// Keeps sparse arrays from being read as full ones.
+//
+// A sparse double array answers "yes" to mxIsDouble and tells rows x columns elements, but its data block
+// holds its non-zero elements only: reading it as a full array runs off the end. Only inputs that are read as
+// doubles need the test. A sparse image needs none: its class is double or logical, and no image of these
+// classes is read.
+
+#include "entry/host.hpp"
+
+extern "C" {
+
+/// A weak reference: the module does not demand it, and a host without sparse arrays may lack it.
+[[gnu::weak]] bool mxIsSparse(const mxArray* array);
+
+}  // extern "C"
+
+namespace entry {
+
+/// True if the data block of `array` holds all its elements.
+inline bool is_full(const mxArray* array) { return mxIsSparse == nullptr || !mxIsSparse(array); }
+
+}  // namespace entry
+
+#endif  // ENTRY_SPARSE_HPP

@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+#include "entry/dispatch.hpp"
+
+template void compute_attribute_profile<unsigned char>(const mxArray*, mxArray*&, std::string, std::int32_t,
+                                                       const mxArray*, std::string);
