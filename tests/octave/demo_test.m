@@ -1,0 +1,31 @@
+% SPDX-License-Identifier: MIT
+% The demo on a small picture: its montages, and that it stops at planes that are not where they belong.
+
+%!shared folder, picture
+%! folder = tempname ();
+%! mkdir (folder);
+%! picture = fullfile (folder, 'picture.png');
+%! imwrite (uint8 (20 + 30 * mod (magic (32), 7)), picture);
+
+%!test <*a montage has three rows of tiles>
+%! evalc ('attribute_profile_demo (picture, folder)');
+%! for name = {'area.png', 'std.png'}
+%!   assert (size (imread (fullfile (folder, name{1}))), [3 * (8 + 4) + 4, 3 * (8 + 4) + 4]);
+%! endfor
+
+%!test <*misplaced planes are errors>
+%! faults = {'n + 1', '1', 'middle plane';  % plane, what is added to it, part of the message
+%!           '1', '-1', 'sides of the input';
+%!           '2*n + 1', '1', 'sides of the input';
+%!           '1', 'n', 'not those of threshold';
+%!           'n', '(n > 1)', 'from bright to dark'};
+%! for fault = faults'
+%!   % A function typed in goes before one on the path.
+%!   eval (sprintf (['function AP = attribute_profile (I, A, L)\n n = numel (L);\n AP = repmat (I, 1, 1, 2*n + 1);\n' ...
+%!                   ' AP(:,:,%s) += %s;\nend'], fault{1:2}));
+%!   fail ("evalc ('attribute_profile_demo (picture, folder)')", fault{3});
+%! endfor
+
+%!test
+%! confirm_recursive_rmdir (false, 'local');
+%! rmdir (folder, 's');

@@ -1,0 +1,68 @@
+% SPDX-License-Identifier: MIT
+% Every error as an Octave user sees it, and that the session goes on.
+
+%!function check_message (inputs, text)
+%!  lasterr ('');
+%!  try
+%!    evalc ('AP = attribute_profile (inputs{:});');
+%!  catch
+%!  end_try_catch
+%!  assert (lasterr (), ['attribute_profile: ' text]);
+%!endfunction
+
+%!shared I
+%! I = uint8 (magic (4));
+
+%!test <*wrong inputs>
+%! check_message ({I}, "Wrong number of inputs.");
+%! check_message ({I, 'a', 3, 4, 'min', 1}, "Wrong number of inputs.");
+%! check_message ({I, 'a', 3, 4, 5}, 'Input 5 has to be either a string or empty.');
+%! check_message ({I, 'a', 3, [4 8]}, 'Input 4 has to be either a scalar double or empty.');
+%! check_message ({I, 'a', 3, int32(8)}, 'Input 4 has to be either a scalar double or empty.');
+%! check_message ({[], 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
+%! check_message ({'image', 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
+%! check_message ({{I}, 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
+%! check_message ({@sin, 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
+%! check_message ({cat(3, I, I), 'a', 3}, 'Input 1. Data with more than two dimensions are not supported.');
+%! check_message ({I, 5, 3}, 'Input 2 has to be a string.');
+%! check_message ({I, '', 3}, 'Input 2 has to be a string.');
+%! check_message ({I, 'a', []}, 'Input 3 has not to be empty.');
+%! check_message ({I, 'a', 1:0}, 'Input 3 has not to be empty.');
+
+%!test <*images of other classes>
+%! for image = {double(I), single(I), I > 3, 1:5, eye(3), sparse(double (I)), sparse(I > 3)}
+%!   check_message ({image{1}, 'a', 3}, ["Data type not supported.\n Please convert the input data to either one of " ...
+%!                  "the following types: uint8, int8, uint16, int16, uint32, int32, uint64, int64."]);
+%! endfor
+
+%!test <*values that name nothing>
+%! for connectivity = {6, -4, NaN, Inf, 1e300}
+%!   check_message ({I, 'a', 3, connectivity{1}}, ...
+%!                  'This value of connectivity does not match any connectivity rule for 2d images.');
+%! endfor
+%! check_message ({I, 'Area', 3}, 'Attribute not supported.');
+%! check_message ({I, ['ab'; 'cd'], 3}, 'Attribute not supported.');
+%! check_message ({I, 'a', 3, 4, 'Min'}, ...
+%!                "The filtering rule must be one of the following strings: 'min', 'max', 'direct', 'sub'.");
+
+%!test <*thresholds that are no row of doubles>
+%! for thresholds = {single(3), int8(3), true, 'a', [1; 2], {3}, @sin, struct('a', 3)}
+%!   check_message ({I, 'a', thresholds{1}}, 'Input 3 has to be a 1xN array of double.');
+%! endfor
+
+%!test <*sparse arrays hold fewer numbers than they have elements and are not read>
+%! for thresholds = {sparse(4), sparse([1 0 5]), sparse(zeros (1, 100))}
+%!   check_message ({I, 'a', thresholds{1}}, 'Input 3 has to be a 1xN array of double.');
+%! endfor
+%! check_message ({I, 'a', 3, sparse(4)}, 'Input 4 has to be either a scalar double or empty.');
+%! check_message ({I, 'a', 3, sparse(0)}, 'Input 4 has to be either a scalar double or empty.');
+
+%!test <*images beyond 32765 rows or columns run out of memory, not into it>
+%! for size = {[32766 1], [1 32766], [65537 1], [2 65536], [65536+3 3]}
+%!   fail ("attribute_profile (zeros (size{1}, 'uint8'), 'a', 1)", ...
+%!         "out of memory or dimension too large for Octave's index type");
+%!   assert (attribute_profile (I, 'a', 0), repmat (I, 1, 1, 3));
+%! endfor
+
+%!test <*a profile too large for the machine is an error>
+%! fail ("attribute_profile (zeros (5000, 5000, 'uint8'), 'a', 1:1e7)", 'failed to allocate \d+ bytes of memory');

@@ -1,0 +1,60 @@
+% SPDX-License-Identifier: MIT
+% What the module returns in Octave: the same planes as in the C++ test host, whatever form Octave keeps its arrays in.
+
+%!test <*equal those of the test host for all classes, connectivities, attributes and rules>
+%! expected = load (getenv ('EXPECTED_PLANES'));
+%! names = fieldnames (expected)(strncmp (fieldnames (expected), 'planes_', 7));
+%! assert (numel (names), 8 * 2 * 4 * 4);
+%! assert ([expected.thresholds_inertia(3), expected.thresholds_std(3)], [NaN, Inf]);
+%! for k = 1:numel (names)
+%!   parts = strsplit (names{k}, '_');
+%!   [class_name, attribute, connectivity, rule] = parts{2:5};
+%!   evalc (['AP = attribute_profile (expected.(["image_" class_name]), attribute, ' ...
+%!           'expected.(["thresholds_" attribute]), str2double (connectivity), rule);']);
+%!   assert (isa (AP, class_name) && isequal (AP, expected.(names{k})), names{k});
+%! endfor
+
+%!shared I, AP
+%! I = uint8 (magic (6));
+%! AP = attribute_profile (I, 'area', [2 3 4]);
+
+%!test <*lazy and special forms of arrays are read like full ones>
+%! assert (attribute_profile (I, 'area', 2:4), AP);
+%! assert (attribute_profile (I, 'area', complex ([2 3 4], 1)), AP);
+%! assert (attribute_profile (I, "area", find ([0 1 1 1])), AP);
+%! assert (attribute_profile (I, 'a', eye (3)(1,:)), attribute_profile (I, 'a', [1 0 0]));
+%! assert (attribute_profile (I(:,[1 3 5])(:,1)', 'a', 2), attribute_profile (double (I(:,1))' + uint8 (0), 'a', 2));
+%! assert (attribute_profile (int16 (1):int16 (5), 'a', 2)(:,:,1), int16 ([2 2 3 4 5]));
+%! assert (attribute_profile (I, ['a'; 'r'; 'e'; 'a'], [2 3 4]), AP);
+
+%!test <*rows, columns and single pixels are images>
+%! assert (attribute_profile (int64 (-7), 'd', [1 2]), repmat (int64 (-7), 1, 1, 5));
+%! assert (size (attribute_profile (zeros (1, 9, 'int32'), 'i', 1)), [1 9 3]);
+%! assert (size (attribute_profile (zeros (9, 1, 'uint16'), 's', [1 2])), [9 1 5]);
+
+%!test <*the input is left as it was>
+%! before = I + 0;
+%! attribute_profile (I, 'area', 40, 4);
+%! assert (I, before);
+
+%!test <*the longest row and column are exact>
+%! long = uint8 (mod (0:32764, 2));
+%! assert (attribute_profile (long, 'a', 2), cat (3, ones (1, 32765, 'uint8'), long, zeros (1, 32765, 'uint8')));
+%! assert (attribute_profile (long', 'a', 2)(:,:,2), long');
+
+%!test <*a given rule is printed, a default is not>
+%! assert (evalc ("attribute_profile (I, 'a', 3, 8, 'max');"), "Filtering Rule: max\n");
+%! assert (evalc ("attribute_profile (I, 'a', 3, [], '');"), '');
+
+%!test <*usage text and help>
+%! usage = evalc ('attribute_profile');
+%! assert (sum (usage == "\n"), 31);
+%! assert (! isempty (strfind (usage, "\n   AP = ATTRIBUTE_PROFILE(I, A, L)\n")));
+%! assert (strncmp (get_help_text ('attribute_profile'), 'ATTRIBUTE_PROFILE  Attribute profile', 36));
+
+%!test <*clear unloads the module>
+%! mapped = @() ! isempty (strfind (fileread ('/proc/self/maps'), 'attribute_profile.mex'));
+%! assert (mapped ());
+%! clear attribute_profile
+%! assert (! mapped ());
+%! assert (attribute_profile (I, 'area', [2 3 4]), AP);

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+
+// The general accumulators and the attributes that stand on them.
+
+#include <qel/accu/shape/bbox.hpp>
+#include <qel/accu/shape/inertia2d.hpp>
+#include <qel/accu/stat/variance.hpp>
+#include <qel/morpho/attribute/card.hpp>
+#include <qel/morpho/attribute/deviation.hpp>
+#include <qel/morpho/attribute/diagonal.hpp>
+#include <qel/morpho/attribute/inertia.hpp>
+
+#include <cmath>
+#include <limits>
+#include <type_traits>
+
+#include "tests/unit/unit.hpp"
+
+namespace {
+
+using namespace unit;
+using I = image2d<unsigned short>;
+using area = qel::morpho::attribute::card<I>;
+using diagonal = qel::morpho::attribute::diagonal<I>;
+using inertia = qel::morpho::attribute::inertia<I>;
+using deviation = qel::morpho::attribute::deviation<I, float, float>;
+using bbox = qel::accu::shape::bbox<point2d>;
+using inertia2d = qel::accu::shape::inertia2d<point2d>;
+using variance = qel::accu::stat::variance<unsigned short, float, float>;
+
+template <typename A>
+using elements = std::vector<typename A::argument>;
+
+/// The result of an accumulator that has taken `some`.
+template <typename A>
+typename A::result result_of(const elements<A>& some) {
+  A a;
+  for (const auto& t : some) a.take(t);
+  return a.to_result();
+}
+
+// Small random elements: all float sums are exact, so the order of merging does not matter.
+void set_random(point2d& p, support::random_engine& engine) {
+  p = point2d(0, 0) + dpoint2d(support::below(40, engine), -static_cast<int>(support::below(40, engine)));
+}
+void set_random(unsigned short& v, support::random_engine& engine) {
+  v = static_cast<unsigned short>(support::below(40, engine));
+}
+
+template <typename A>
+class accumulator : public ::testing::Test {};
+using accumulators = ::testing::Types<area, diagonal, inertia, deviation, bbox, inertia2d, variance>;
+TYPED_TEST_SUITE(accumulator, accumulators, );
+
+TYPED_TEST(accumulator, merges_restarts_and_converts) {
+  using A = TypeParam;
+  SCOPED_TRACE(::testing::Message() << "seed " << seed);
+  support::random_engine engine(seed);
+  for (int i = 0; i < 50; ++i) {
+    elements<A> all(2 + support::below(9, engine));
+    for (auto& t : all) set_random(t, engine);
+    A a, b;
+    for (std::size_t k = 0; k < all.size(); ++k) (k < all.size() / 2 ? a : b).take(all[k]);
+    a.take(A());
+    const A before = a;
+    A empty;
+    empty.take(a);
+    EXPECT_EQ(empty.to_result(), before.to_result());
+    a.take(b);
+    EXPECT_EQ(a.to_result(), result_of<A>(all));
+    const typename A::result& converted = a;
+    EXPECT_EQ(converted, a.to_result());
+    a.init();
+    a.take(b);
+    EXPECT_EQ(a.to_result(), b.to_result());
+    a.take_as_init(all[0]);
+    EXPECT_EQ(a.to_result(), result_of<A>({all[0]}));
+    EXPECT_TRUE(a.is_valid());
+  }
+  EXPECT_TRUE(std::is_trivially_copyable_v<A> && !std::is_polymorphic_v<A>);
+}
+
+TEST(accumulator, has_the_size_of_its_fields) {
+  EXPECT_EQ(sizeof(area), 4u);
+  EXPECT_EQ(sizeof(diagonal), 10u);
+  EXPECT_EQ(sizeof(inertia), 20u);
+  EXPECT_EQ(sizeof(deviation), 12u);
+}
+
+TEST(accumulator, empty) {
+  EXPECT_EQ(area().to_result(), 0u);
+  EXPECT_DOUBLE_EQ(diagonal().to_result(), 92679.07159655841);
+  EXPECT_TRUE(std::isnan(inertia().to_result()));
+  EXPECT_EQ(deviation().to_result(), 0.0f);
+  EXPECT_TRUE(area().is_valid() && inertia().is_valid());
+  EXPECT_FALSE(bbox().is_valid() || diagonal().is_valid() || variance().is_valid() || deviation().is_valid());
+}
+
+TEST(diagonal, is_measured_in_sites_between_the_ends_of_the_box) {
+  EXPECT_EQ(result_of<diagonal>({{7, -7}}), 1.4142135623730951);
+  EXPECT_EQ(result_of<diagonal>({{-3, 2}, {-3, 4}, {-3, 0}}), std::sqrt(26.0));
+  EXPECT_EQ(result_of<diagonal>({{0, 9}, {19, 0}}), std::sqrt(500.0));
+  EXPECT_EQ(result_of<diagonal>({{-32768, 0}, {32767, 0}}), std::sqrt(65536.0 * 65536.0 + 1));
+}
+
+TEST(inertia, is_the_sum_of_the_central_moments_over_the_squared_area) {
+  for (const point2d& p : {point2d(0, 0), {12345, -321}, {32764, 32764}})
+    EXPECT_EQ(result_of<inertia>({p}), 0.0f);
+  EXPECT_EQ(result_of<inertia>({{0, 0}, {0, 1}}), 0.125f);
+  EXPECT_EQ(result_of<inertia>({{5, 3}, {6, 3}, {7, 3}}), static_cast<float>(2.0 / 9.0));
+}
+
+TEST(deviation, is_the_root_of_the_population_variance) {
+  EXPECT_EQ(result_of<deviation>({0, 2}), 1.0f);
+  EXPECT_EQ(result_of<variance>({0, 0, 6}), 8.0f);
+  EXPECT_EQ(result_of<deviation>({46340}), 0.0f);
+  EXPECT_TRUE(std::isnan(result_of<deviation>({46341})));
+}
+
+/// `square` has the value and the type in which the square of `value` is formed.
+template <typename T, typename P>
+void expect_square(T value, P square) {
+  static_assert(std::is_same_v<decltype(qel::internal::wrapping_square(value)), P>);
+  const auto mean = static_cast<float>(value);
+  const float variance_of_one = result_of<qel::accu::stat::variance<T, float, float>>({value});
+  EXPECT_EQ(variance_of_one, static_cast<float>(square) - mean * mean) << value << " squared";
+}
+
+TEST(variance, squares_wrap_in_the_promoted_type) {
+  expect_square<signed char>(-128, 16384);
+  expect_square<unsigned char>(255, 65025);
+  expect_square<short>(-32768, 1073741824);
+  expect_square<unsigned short>(46340, 2147395600);
+  expect_square<unsigned short>(46341, -2147479015);
+  expect_square<unsigned short>(65535, -131071);
+  expect_square(-46341, -2147479015);
+  expect_square(std::numeric_limits<int>::min(), 0);
+  expect_square(65535u, 4294836225u);
+  expect_square(65536u, 0u);
+  expect_square(3037000499L, 9223372030926249001L);
+  expect_square(-3037000500L, -9223372036709301616L);
+  expect_square(4294967295UL, 18446744065119617025UL);
+  expect_square(4294967296UL, 0UL);
+}
+
+}  // namespace

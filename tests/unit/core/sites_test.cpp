@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+
+// Sites and their order, boxes, site arrays, and the walks over them.
+
+#include <qel/core/box_piter.hpp>
+#include <qel/core/convert/to_p_array.hpp>
+#include <qel/core/p_indexed_piter.hpp>
+
+#include "tests/unit/unit.hpp"
+
+namespace {
+
+using namespace unit;
+using runstart_piter = qel::box_runstart_piter<point2d>;
+
+TEST(point2d, sums_and_differences_wrap_modulo_65536) {
+  EXPECT_EQ(point2d(32767, 0) + dpoint2d(1, 0), point2d(-32768, 0));
+  EXPECT_EQ(point2d(0, -32768) - dpoint2d(0, 1), point2d(0, 32767));
+  EXPECT_EQ(point2d(-32768, 32767) + dpoint2d(-32768, 32767), point2d(0, -2));
+  EXPECT_EQ(point2d(0, 0) - dpoint2d(-32768, 32767), point2d(-32768, -32767));
+  EXPECT_EQ(dpoint2d(65535u, 65539), dpoint2d(-1, 3));
+}
+
+TEST(ord, is_row_major_on_signed_coordinates) {
+  const sites sorted = {{-32768, -32768}, {-1, 32767}, {0, -1}, {0, 0},
+                        {1, 9},           {2, -32768}, {2, 0},  {32767, 32767}};
+  for (std::size_t i = 0; i < sorted.size(); ++i)
+    for (std::size_t j = 0; j < sorted.size(); ++j) {
+      const point2d &a = sorted[i], &b = sorted[j];
+      EXPECT_EQ(qel::util::ord_strict(a, b), i < j);
+      EXPECT_EQ(qel::util::ord_weak(a, b), i <= j);
+      EXPECT_EQ(qel::util::ord<dpoint2d>()(dpoint2d(a.row(), a.col()), dpoint2d(b.row(), b.col())), i < j);
+    }
+}
+
+TEST(box2d, validity_and_lengths) {
+  struct {
+    box2d b;
+    bool is_valid;
+    unsigned rows, cols, nsites;
+  } const cases[] = {{box2d(), false, 0, 0, 0},
+                     {box2d({0, 0}, {0, 0}), true, 1, 1, 1},
+                     {box2d({-3, -4}, {2, 5}), true, 6, 10, 60},
+                     {box2d({0, 5}, {3, 2}), true, 4, 4294967294u, 4294967288u},
+                     {box2d({3, 0}, {0, 5}), false, 0, 0, 0},
+                     {box2d({0, 1}, {0, 0}), false, 0, 0, 0},
+                     {box2d({-32768, -32768}, {32767, 32767}), true, 65536, 65536, 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::PrintToString(c.b.pmin()) + " to " + ::testing::PrintToString(c.b.pmax()));
+    EXPECT_EQ(c.b.is_valid(), c.is_valid);
+    EXPECT_EQ(c.b.len(0), c.rows);
+    EXPECT_EQ(c.b.len(1), c.cols);
+    EXPECT_EQ(c.b.nsites(), c.nsites);
+  }
+}
+
+TEST(box2d, has_its_sites_and_no_other) {
+  for (short row = -3; row <= 3; ++row)
+    for (short col = -3; col <= 3; ++col) {
+      EXPECT_EQ(box2d({-1, 0}, {1, 2}).has({row, col}), -1 <= row && row <= 1 && 0 <= col && col <= 2);
+      EXPECT_FALSE(box2d({0, 2}, {3, 1}).has({row, col}) || box2d().has({row, col}));
+    }
+}
+
+TEST(box_piter, visits_the_sites_in_raster_order_and_the_start_of_each_row) {
+  const box2d b({-1, -4}, {0, -2});
+  EXPECT_EQ(walk(box2d::fwd_piter(b)), (sites{{-1, -4}, {-1, -3}, {-1, -2}, {0, -4}, {0, -3}, {0, -2}}));
+  EXPECT_EQ(walk(runstart_piter(b)), (sites{{-1, -4}, {0, -4}}));
+  const box2d one({5, -5}, {5, -5});
+  EXPECT_EQ(walk(box2d::fwd_piter(one)), (sites{{5, -5}}));
+  EXPECT_EQ(walk(runstart_piter(one)), (sites{{5, -5}}));
+  EXPECT_EQ(walk(runstart_piter(box2d({32766, 7}, {32767, 8}))), (sites{{32766, 7}, {32767, 7}}));
+}
+
+TEST(box_piter, takes_no_notice_of_the_validity_of_the_box) {
+  EXPECT_EQ(walk(box2d::fwd_piter(box2d())),
+            (sites{{32767, 32767}, {32767, -32768}, {-32768, 32767}, {-32768, -32768}}));
+  const sites wrapped = qel::convert::to_p_array(box2d({0, 0}, {-25537, 9})).vect_;
+  ASSERT_EQ(wrapped.size(), 400000u);
+  EXPECT_EQ(wrapped[327679], point2d(32767, 9));
+  EXPECT_EQ(wrapped[327680], point2d(-32768, 0));
+}
+
+TEST(p_array, is_a_value_walked_in_both_directions) {
+  p_array2d s(sites{{2, 2}, {0, 1}, {2, 2}, {-7, 3}});
+  const p_array2d copy = s;
+  EXPECT_EQ(walk(p_array2d::fwd_piter(s)), s.vect_);
+  EXPECT_EQ(walk(p_array2d::bkd_piter(s)), (sites{{-7, 3}, {2, 2}, {0, 1}, {2, 2}}));
+  EXPECT_EQ(s.memory_size(), sizeof(p_array2d) + 16);
+  s.clear();
+  EXPECT_EQ(walk(p_array2d::fwd_piter(s)), sites());
+  EXPECT_EQ(walk(p_array2d::bkd_piter(s)), sites());
+  s.insert({9, 9});
+  EXPECT_EQ(s.vect_, (sites{{9, 9}}));
+  EXPECT_EQ(copy.nsites(), 4u);
+}
+
+TEST(p_indexed_psite, keeps_the_last_site_when_its_index_leaves_the_array) {
+  const p_array2d s(sites{{1, 1}, {2, 2}});
+  p_array2d::psite q;
+  q.change_target(s);
+  const point2d& site = q;
+  EXPECT_FALSE(s.has(q));
+  q.change_index(1);
+  EXPECT_TRUE(s.has(q));
+  q.inc_index();
+  EXPECT_FALSE(s.has(q));
+  EXPECT_EQ(site, point2d(2, 2));
+  q.change_index(0);
+  q.dec_index();
+  EXPECT_EQ(q.index(), -1);
+  EXPECT_EQ(site, point2d(1, 1));
+}
+
+}  // namespace

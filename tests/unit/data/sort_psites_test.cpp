@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+
+#include <qel/data/sort_psites.hpp>
+
+#include <algorithm>
+
+#include "tests/unit/unit.hpp"
+
+namespace {
+
+using namespace unit;
+using qel::data::sort_psites_decreasing;
+using qel::data::sort_psites_increasing;
+
+template <typename T>
+class sort_psites : public ::testing::Test {};
+TYPED_TEST_SUITE(sort_psites, support::value_types, support::value_type_names);
+
+TYPED_TEST(sort_psites, ties_of_a_small_image) {
+  const auto ima = image<TypeParam>({2, 2, {5, 7, 5, 7}});
+  const bool is_low = sizeof(TypeParam) == 1;
+  EXPECT_EQ(sort_psites_increasing(ima).vect_, (sites{{0, 0}, {1, 0}, {0, 1}, {1, 1}}));
+  EXPECT_EQ(sort_psites_decreasing(ima).vect_,
+            is_low ? (sites{{0, 1}, {1, 1}, {0, 0}, {1, 0}}) : (sites{{1, 1}, {0, 1}, {1, 0}, {0, 0}}));
+}
+
+// 8 bits keep raster order both ways; the falling order of a wider type mirrors the rising one.
+TYPED_TEST(sort_psites, equals_a_stable_sort_of_the_raster_order) {
+  for_random_images<TypeParam>([](const image2d<TypeParam>& ima, auto&) {
+    sites rising = walk(box2d::fwd_piter(ima.domain()));
+    sites falling = rising;
+    std::stable_sort(rising.begin(), rising.end(), [&](auto& p, auto& q) { return ima(p) < ima(q); });
+    std::stable_sort(falling.begin(), falling.end(), [&](auto& p, auto& q) { return ima(p) > ima(q); });
+    EXPECT_EQ(sort_psites_increasing(ima).vect_, rising);
+    if (sizeof(TypeParam) > 1) falling.assign(rising.rbegin(), rising.rend());
+    EXPECT_EQ(sort_psites_decreasing(ima).vect_, falling);
+  });
+}
+
+TEST(sort_psites, honours_the_sign_of_64_bit_values) {
+  const unsigned long high = 1UL << 63;
+  const auto as_unsigned = image<unsigned long>({1, 2, {high, 1}});
+  const auto as_signed = image<long>({1, 2, {static_cast<long>(high), 1}});
+  EXPECT_EQ(sort_psites_increasing(as_unsigned).vect_, (sites{{0, 1}, {0, 0}}));
+  EXPECT_EQ(sort_psites_increasing(as_signed).vect_, (sites{{0, 0}, {0, 1}}));
+}
+
+}  // namespace

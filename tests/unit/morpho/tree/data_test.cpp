@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+
+// The parent image, the tree with its lists, its walks and its attribute images.
+
+#include <qel/morpho/tree/data.hpp>
+
+#include <qel/morpho/attribute/card.hpp>
+#include <qel/morpho/attribute/deviation.hpp>
+#include <qel/morpho/attribute/diagonal.hpp>
+#include <qel/morpho/attribute/inertia.hpp>
+#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/compute_parent.hpp>
+#include <qel/morpho/tree/piter.hpp>
+
+#include <algorithm>
+
+#include "tests/unit/unit.hpp"
+
+namespace {
+
+using namespace unit;
+namespace tree = qel::morpho::tree;
+
+sites reversed(const sites& s) { return {s.rbegin(), s.rend()}; }
+
+/// A small tree worked out by hand; the parents stand by site, in raster order.
+struct expected_tree {
+  sites sorted, parents, nodes, leaves, children_of_root;
+};
+
+template <typename T>
+void check_example(const support::matrix<T>& m, bool max_tree, const neighb2d& nbh,
+                   const expected_tree& expected) {
+  const auto f = image(m);
+  const p_array2d s = max_tree ? qel::data::sort_psites_increasing(f) : qel::data::sort_psites_decreasing(f);
+  const tree_of<T> t(f, s, nbh);
+  EXPECT_EQ(t.domain().vect_, expected.sorted);
+  EXPECT_EQ(values(t.parent_image()), expected.parents);
+  EXPECT_EQ(t.nodes().vect_, expected.nodes);
+  EXPECT_EQ(t.leaves().vect_, expected.leaves);
+  EXPECT_EQ(t.children(s[0]).vect_, expected.children_of_root);
+}
+
+template <typename T>
+class component_tree : public ::testing::Test {};
+TYPED_TEST_SUITE(component_tree, support::value_types, support::value_type_names);
+
+TYPED_TEST(component_tree, examples_worked_out_by_hand) {
+  using T = TypeParam;
+  const point2d a(0, 0), b(0, 1), c(0, 2), d(1, 0), e(1, 1);
+  const expected_tree low = {{a, c, b}, {a, a, a}, {b, a}, {b}, {b}};
+  const expected_tree high = {{c, a, b}, {c, c, c}, {b, c}, {b}, {b}};
+  check_example<T>({1, 3, {2, 1, 2}}, true, c4(), {{b, a, c}, {b, b, b}, {c, a, b}, {c, a}, {c, a}});
+  check_example<T>({1, 3, {2, 1, 2}}, false, c4(), sizeof(T) == 1 ? low : high);
+  check_example<T>({2, 2, {1, 0, 0, 1}}, true, c4(), {{b, d, a, e}, {b, b, b, b}, {e, a, b}, {e, a}, {e, a}});
+  check_example<T>({2, 2, {1, 0, 0, 1}}, true, c8(), {{b, d, a, e}, {b, b, b, a}, {a, b}, {a}, {a}});
+  check_example<T>({1, 1, {7}}, false, c4(), {{a}, {a}, {a}, {a}, {}});
+}
+
+// Neighbours are connected once both are swept: going up from the later one to the level of the other must
+// end in the node of the other.
+TYPED_TEST(component_tree, parents_lead_to_canonical_sites_and_join_neighbours) {
+  for_random_trees<TypeParam>([](const auto& t, bool max_tree, const neighb2d& nbh, auto&) {
+    image2d<unsigned> place(t.f().domain());
+    for (unsigned i = 0; i < t.domain().nsites(); ++i) place(t.domain()[i]) = i;
+    const auto node = [&](const point2d& p) { return t.is_a_node(p) ? p : t.parent(p); };
+    EXPECT_EQ(t.parent(t.domain()[0]), t.domain()[0]);
+    for (const point2d& p : t.domain().vect_) {
+      const point2d q = t.parent(p);
+      EXPECT_TRUE(t.is_a_node(q));
+      EXPECT_TRUE(place(q) < place(p) || place(p) == 0);
+      EXPECT_TRUE(max_tree ? t.f()(q) <= t.f()(p) : t.f()(q) >= t.f()(p));
+      for (const point2d& n : walk(neighb2d::niter(nbh, p))) {
+        if (!t.f().domain().has(n) || place(n) > place(p)) continue;
+        point2d x = node(p);
+        while (place(x) > place(node(n))) x = t.parent(x);
+        EXPECT_EQ(x, node(n));
+      }
+    }
+  });
+}
+
+TYPED_TEST(component_tree, lists_and_walks_are_in_the_reverse_of_the_sweep_order) {
+  for_random_trees<TypeParam>([](const tree_of<TypeParam>& t, auto&&...) {
+    sites nodes, leaves;
+    for (const point2d& p : reversed(t.domain().vect_)) {
+      sites children;
+      for (const point2d& n : nodes)
+        if (t.parent(n) == p) children.push_back(n);
+      EXPECT_EQ(t.children(p).vect_, children);
+      EXPECT_EQ(t.is_a_leaf(p), children.empty());
+      if (t.is_a_node(p)) nodes.push_back(p);
+      if (t.is_a_node(p) && children.empty()) leaves.push_back(p);
+    }
+    EXPECT_EQ(t.nodes().vect_, nodes);
+    EXPECT_EQ(t.leaves().vect_, leaves);
+    EXPECT_EQ(t.nroots(), 1u);
+    EXPECT_EQ(walk(tree::up_site_piter(t)), reversed(t.domain().vect_));
+    EXPECT_EQ(walk(tree::up_node_piter(t)), nodes);
+    EXPECT_EQ(walk(tree::dn_node_piter(t)), reversed(nodes));
+  });
+}
+
+/// Lists the neighbours of another neighbourhood in random order, a new one at each site.
+struct shuffled : qel::Neighborhood<shuffled> {
+  shuffled(const neighb2d& nbh_, support::random_engine& engine_) : nbh(nbh_), engine(engine_) {}
+
+  struct niter {
+    niter(const shuffled& s_, const point2d& center) : s(s_), n(s_.nbh, center) {}
+    void start() {
+      left.clear();
+      for (n.start(); n.is_valid(); n.next()) left.push_back(n.to_site());
+      std::shuffle(left.begin(), left.end(), s.engine);
+    }
+    bool is_valid() const { return !left.empty(); }
+    void next() { left.pop_back(); }
+    operator const point2d&() const { return left.back(); }
+
+    const shuffled& s;
+    neighb2d::niter n;
+    sites left;
+  };
+
+  const neighb2d& nbh;
+  support::random_engine& engine;
+};
+
+TEST(compute_parent, does_not_depend_on_the_order_of_the_neighbours) {
+  for_random_trees<short>([](const auto& t, bool, const neighb2d& nbh, auto& engine) {
+    const auto parent = tree::compute_parent(t.f(), shuffled(nbh, engine), t.domain());
+    EXPECT_EQ(values(parent), values(t.parent_image()));
+  });
+}
+
+TEST(zfind_root, flattens_a_chain_of_a_million_sites) {
+  image2d<point2d> zpar(box2d({0, 0}, {999, 999}));
+  point2d previous(0, 0);
+  for (const point2d& p : walk(box2d::fwd_piter(zpar.domain()))) {
+    zpar(p) = previous;
+    previous = p;
+  }
+  EXPECT_EQ(tree::internal::zfind_root(zpar, previous), point2d(0, 0));
+  EXPECT_EQ(values(zpar), sites(1000000, point2d(0, 0)));
+}
+
+using I = image2d<signed char>;
+using area = qel::morpho::attribute::card<I>;
+using attributes =
+    ::testing::Types<area, qel::morpho::attribute::diagonal<I>, qel::morpho::attribute::inertia<I>,
+                     qel::morpho::attribute::deviation<I, float, float>>;
+template <typename A>
+class attribute_image : public ::testing::Test {};
+TYPED_TEST_SUITE(attribute_image, attributes, );
+
+// By definition each node takes every site that has it among its ancestors. On small images of 8 bits all
+// float sums are exact, so the order does not matter.
+TYPED_TEST(attribute_image, gives_each_site_the_attribute_of_its_node_with_all_below_it) {
+  for_random_trees<signed char>([](const auto& t, auto&&...) {
+    image2d<TypeParam> taken(t.f().domain()), accumulators;
+    for (const point2d& p : t.domain().vect_)
+      for (point2d n = t.is_a_node(p) ? p : t.parent(p);; n = t.parent(n)) {
+        if constexpr (std::is_same_v<typename TypeParam::argument, point2d>)
+          taken(n).take(p);
+        else
+          taken(n).take(t.f()(p));
+        if (t.is_root(n)) break;
+      }
+    const auto a = compute_attribute_image(TypeParam(), t, &accumulators);
+    EXPECT_EQ(accumulators.record().holders()->size(), 1u);
+    for (const point2d& p : t.domain().vect_) {
+      EXPECT_EQ(a(p), taken(t.is_a_node(p) ? p : t.parent(p)).to_result());
+      EXPECT_EQ(accumulators(p).to_result(), a(p));
+    }
+  });
+}
+
+TEST(attribute_image, the_border_keeps_the_accumulator_that_it_started_from) {
+  const I f = image<signed char>({1, 2, {1, 2}});
+  const auto s = qel::data::sort_psites_increasing(f);
+  area three;
+  three.set_count(3);
+  image2d<area> accumulators;
+  const auto a = compute_attribute_image(three, tree_of<signed char>(f, s, c4()), &accumulators);
+  EXPECT_EQ(values(a), (std::vector<unsigned>{2, 1}));
+  EXPECT_EQ(a({-1, 0}), 3u);
+  EXPECT_EQ(accumulators({-3, -3}).to_result(), 3u);
+}
+
+}  // namespace

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#ifndef TESTS_UNIT_TRACE_CAPTURE_HPP
+#define TESTS_UNIT_TRACE_CAPTURE_HPP
+
+#include <iostream>
+#include <regex>
+#include <sstream>
+#include <string>
+
+#include <qel/trace/trace.hpp>
+
+namespace unit {
+
+/// Turns tracing on and keeps what it prints; the tracing is off and as new afterwards.
+class trace_capture {
+ public:
+  trace_capture() { qel::trace::quiet = false; }
+  trace_capture(const trace_capture&) = delete;
+  trace_capture& operator=(const trace_capture&) = delete;
+
+  ~trace_capture() {
+    std::cout.rdbuf(cout_);
+    std::cerr.rdbuf(cerr_);
+    qel::trace::quiet = qel::trace::internal::is_quiet = true;
+    qel::trace::full_trace = false;
+    qel::trace::tab = qel::trace::internal::max_tab = 0;
+    qel::trace::start_times = {};
+    qel::trace::scopes = {};
+  }
+
+  /// What went to `std::cout`, to the letter, and the same without the seconds.
+  std::string output() const { return out_.str(); }
+  std::string outline() const { return std::regex_replace(output(), std::regex("- [^ ]+s "), ""); }
+
+  /// What went to `std::cerr`.
+  std::string errors() const { return err_.str(); }
+
+ private:
+  std::ostringstream out_, err_;
+  std::streambuf* cout_ = std::cout.rdbuf(out_.rdbuf());
+  std::streambuf* cerr_ = std::cerr.rdbuf(err_.rdbuf());
+};
+
+}  // namespace unit
+
+#endif  // TESTS_UNIT_TRACE_CAPTURE_HPP
