@@ -1,0 +1,151 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: MIT
+"""Runs the benchmarks and prints the figures with their limits, then the details.
+
+    run.py BUILD_FOLDER PICTURE_FOLDER RESULT_FOLDER SIDE SIDES...
+
+SIDE is that of the pictures on which most is measured, SIDES are those of the mosaics of growing size. Writes
+results.json and stages.json into RESULT_FOLDER. The limits hold for a SIDE of 2048.
+"""
+import json
+import pathlib
+import platform
+import statistics
+import subprocess
+import sys
+
+AREA = [100, 500, 1000, 5000]
+MORE_AREA = AREA + [200, 300, 700, 1500, 2000, 3000, 8000, 10000]
+THRESHOLDS = {"area": AREA, "diagonal": [10, 50, 100, 500], "inertia": [0.2, 0.3, 0.4, 0.5],
+              "std": [10, 20, 30, 40]}
+HARD_UINT8 = ["constant", "ramp", "noise", "checkerboard", "spiral"]
+HARD_INT32 = ["ramp", "noise"]
+CLASSES = ["uint8", "uint16", "int32"]
+
+
+def run(*command):
+    print(".. " + pathlib.Path(command[0]).name, file=sys.stderr, flush=True)
+    return subprocess.run(list(map(str, command)), check=True, stdout=subprocess.PIPE, text=True).stdout
+
+
+def case(side, value_class="uint8", picture="mosaic", attribute="area", connectivity=4, thresholds=None):
+    """What tells one call from another: the name of its picture, attribute, connectivity and thresholds."""
+    chosen = thresholds or THRESHOLDS[attribute]
+    return f"{picture}-{side}-{value_class}", attribute, connectivity, "/".join(map(str, chosen))
+
+
+class Calls:
+    """Runs whole calls in groups; the calls of a group are measured in turn."""
+
+    def __init__(self, program, pictures):
+        self.program, self.pictures, self.rows = program, pictures, []
+
+    def measure(self, cases, *options):
+        """The results of the cases, by case."""
+        lines = run(self.program, *options,
+                    *(f"{self.pictures}/" + ",".join(map(str, c)) for c in cases)).splitlines()
+        results = [self.summary(json.loads(line)) for line in lines]
+        self.rows += [{"picture": c[0], "attribute": c[1], "connectivity": c[2],
+                       "thresholds": c[3].count("/") + 1, **r}
+                      for c, r in zip(cases, results)]
+        return dict(zip(cases, results))
+
+    @staticmethod
+    def summary(samples):
+        ms, floor, faults, peak = (statistics.median(samples[key])
+                                   for key in ("call_ms", "floor_ms", "page_faults", "peak_bytes"))
+        sites = samples["sites"]
+        return {"ms": ms, "ns_per_site": 1e6 * ms / sites, "floor_ms": floor, "ratio": ms / floor,
+                "peak_bytes_per_site": peak / sites, "median_page_faults": faults, "samples": samples}
+
+
+def measure_figures(calls, peer, side, sides):
+    """Yields (figure, where, value or None, unit, limit, whether the value has to reach the limit)."""
+    square = f"{side} x {side}"
+    area, eight, more = case(side), case(side, connectivity=8), case(side, thresholds=MORE_AREA)
+    others = {a: case(side, attribute=a) for a in ("diagonal", "inertia", "std")}
+    planes = calls.pictures / "planes"
+    found = calls.measure([area, eight, more, *others.values()], "--save", planes)
+    inertia = case(side, "int32", attribute="inertia")
+    found |= calls.measure([case(side, "uint16"), case(side, "int32"), inertia])
+    for value_class, limit in zip(CLASSES, (6.5, 6.0, 8)):
+        ratio = found[case(side, value_class)]["ratio"]
+        yield "whole call / floor", f"{square} mosaic, {value_class}", ratio, "", limit, False
+
+    peer_program = pathlib.Path(__file__).resolve().with_name("peer.py")
+    peer.update(json.loads(run(peer_program, calls.pictures / area[0], planes, *AREA)))
+    planes.unlink()
+    where = f"{square} mosaic, uint8" + ("" if peer["same_planes"] else ", but OTHER PLANES")
+    yield "scikit-image / whole call", where, peer["ms"] / found[area]["ms"], "", 40, True
+
+    growing = calls.measure([case(s) for s in sides])
+    calls.measure([case(s, value_class) for s in sides for value_class in CLASSES[1:] if s != side])
+    small, large = (growing.get(case(s), {}).get("ns_per_site") for s in (1024, 4096))
+    growth = large / small if small and large else None
+    yield "ns per site, 4096 / 1024", "uint8 mosaics", growth, "", 1.5, False
+
+    for attribute in ("inertia", "std"):
+        yield (f"{attribute}, default rule / area, min", f"{square}, uint8",
+               found[others[attribute]]["ms"] / found[area]["ms"], "", 1.5, False)
+    yield ("8-connectivity / 4-connectivity", f"{square}, uint8", found[eight]["ms"] / found[area]["ms"], "",
+           1.5, False)
+
+    hard = [(p, "uint8") for p in HARD_UINT8] + [(p, "int32") for p in HARD_INT32]
+    hard_found = calls.measure([area, case(side, "int32"), *(case(side, c, p) for p, c in hard)])
+    for picture, value_class in hard:
+        ratio = hard_found[case(side, value_class, picture)]["ms"] / hard_found[case(side, value_class)]["ms"]
+        yield "hard image / mosaic, ns per site", f"{square}, {picture}, {value_class}", ratio, "", 2.5, False
+
+    further = (found[more]["ns_per_site"] - found[area]["ns_per_site"]) / (len(MORE_AREA) - len(AREA))
+    yield "each further threshold", f"{square}, uint8", further, "ns a site", 8, False
+    for name, c, limit in (("area, uint8", area, 40), ("inertia, int32", inertia, 64)):
+        yield ("peak memory beyond input and output", f"{square}, {name}", found[c]["peak_bytes_per_site"],
+               "bytes a site", limit, False)
+
+
+def measure_stages(program, pictures, side, output):
+    """Nanoseconds a site by stage and by column of their table."""
+    run(program, pictures, side, "--benchmark_min_time=0.2", f"--benchmark_out={output}",
+        "--benchmark_out_format=json")
+    table = {}
+    for result in json.loads(output.read_text())["benchmarks"]:
+        value_class, tree, stage = result["name"].split("/", 2)
+        table.setdefault(stage, {})[f"{value_class}, {tree}"] = 1e9 * result["per_site"]
+    return table
+
+
+def print_table(title, head, rows):
+    rows = [[f"{cell:.2f}" if isinstance(cell, float) else str(cell) for cell in row]
+            for row in (head, *rows)]
+    widths = [max(map(len, column)) for column in zip(*rows)]
+    print(f"\n{title}\n")
+    for row in [rows[0], ["-" * width for width in widths], *rows[1:]]:
+        print("| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |")
+
+
+def main(build, pictures, results, side, *sides):
+    build, pictures, results = (pathlib.Path(folder).resolve() for folder in (build, pictures, results))
+    calls, peer, figures = Calls(build / "bench/bench_call", pictures), {}, []
+    sides = list(map(int, sides))
+    for name, where, value, unit, limit, least in measure_figures(calls, peer, int(side), sides):
+        met = "-" if value is None else "yes" if (value >= limit if least else value <= limit) else "NO"
+        figures.append({"figure": name, "where": where,
+                        "measured": "not measured" if value is None else value, "unit": unit,
+                        "limit": f"at {'least' if least else 'most'} {limit}", "met": met})
+    stages = measure_stages(build / "bench/bench_stages", pictures, side, results / "stages.json")
+
+    print_table("Figures" if side == "2048" else "Figures; the limits are meant for 2048 x 2048", figures[0],
+                [f.values() for f in figures])
+    head = [key for key in calls.rows[0] if key != "samples"]
+    print_table("Whole calls, medians", head, [[row[key] for key in head] for row in calls.rows])
+    print(f"\nscikit-image: {peer['ms']:.0f} ms, same planes: {peer['same_planes']}")
+    columns = list(stages["sort"])
+    print_table(f"Stages at {side} x {side}, ns a site; `tree` includes `parents`", ["stage", *columns],
+                [[stage, *(row[c] for c in columns)] for stage, row in stages.items()])
+    (results / "results.json").write_text(json.dumps(
+        {"machine": f"{platform.processor()} {platform.platform()}", "side": int(side), "figures": figures,
+         "calls": calls.rows, "scikit-image": peer, "stages_ns_per_site": stages}, indent=1) + "\n")
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
