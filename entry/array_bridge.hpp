@@ -11,6 +11,7 @@
 
 #include "entry/host.hpp"
 #include "entry/image_class.hpp"
+#include "entry/tiles.hpp"
 
 #include <qel/core/border.hpp>
 #include <qel/core/box2d.hpp>
@@ -51,10 +52,9 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
   const T* const data = reinterpret_cast<const T*>(mxGetPr(array));
   const qel::point2d last(static_cast<short>(rows - 1), static_cast<short>(cols - 1));
   qel::image2d<V> image(qel::box2d(qel::point2d(0, 0), last), qel::border::thickness);
-  for (std::size_t col = 0; col < cols; ++col)
-    for (std::size_t row = 0; row < rows; ++row)
-      qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)) =
-          static_cast<V>(data[row + col * rows]);
+  entry::read_columns(rows, cols, data, [&](std::size_t row, std::size_t col, const T& element) {
+    qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)) = static_cast<V>(element);
+  });
   return image;
 }
 
@@ -64,13 +64,20 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
 /// \pre there is room for rows x columns elements.
 template <typename V, typename T>
 void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
-  const std::size_t rows = image.domain().len(0);
-  const std::size_t cols = image.domain().len(1);
-  T* const block = destination;
-  for (std::size_t col = 0; col < cols; ++col)
-    for (std::size_t row = 0; row < rows; ++row)
-      block[row + col * rows] =
-          static_cast<T>(qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)));
+  const auto value = [&](std::size_t row, std::size_t col) {
+    return static_cast<T>(qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)));
+  };
+  entry::write_columns(image.domain().len(0), image.domain().len(1), value, destination);
+}
+
+/// Writes an image whose pixels are told by number: that at `site` is `values[number(site)]`. Otherwise as
+/// `qel_image2mxPtr`.
+template <typename V, typename T>
+void write_plane_by_number(const qel::image2d<unsigned>& number, const V* values, T* destination) {
+  const auto value = [&](std::size_t row, std::size_t col) {
+    return static_cast<T>(values[qel::opt::at(number, static_cast<short>(row), static_cast<short>(col))]);
+  };
+  entry::write_columns(number.domain().len(0), number.domain().len(1), value, destination);
 }
 
 #endif  // ENTRY_ARRAY_BRIDGE_HPP

@@ -76,8 +76,7 @@ std::vector<L> read_thresholds(const mxArray* thresholds) {
 /// Writes the profile of `image` by the attribute called `attribute` at `position`, which moves behind it.
 template <typename I, typename N, typename T>
 void compute_attribute_profile(const qel::Image<I>& image, T*& position, std::string attribute,
-                               const qel::Neighborhood<N>& neighborhood, const mxArray* thresholds,
-                               std::string rule) {
+                               const qel::Neighborhood<N>& neighborhood, const mxArray* thresholds, std::string rule) {
   const auto computed = [&](const auto& candidate) {
     using candidate_type = std::decay_t<decltype(candidate)>;
     using A = typename candidate_type::accumulator;
@@ -88,14 +87,14 @@ void compute_attribute_profile(const qel::Image<I>& image, T*& position, std::st
     _compute_attribute_profile<I, T, A, N, L>(image, position, A(), neighborhood, lambdas, rule);
     return true;
   };
-  const bool known = std::apply([&](const auto&... candidates) { return (computed(candidates) || ...); },
-                                entry::attributes<I>);
+  const bool known =
+      std::apply([&](const auto&... candidates) { return (computed(candidates) || ...); }, entry::attributes<I>);
   if (!known) mexErrMsgTxt(entry::messages::unknown_attribute);
 }
 
 template <typename T>
-void compute_attribute_profile(const mxArray* image, mxArray*& output, std::string attribute,
-                               std::int32_t connectivity, const mxArray* thresholds, std::string rule) {
+void compute_attribute_profile(const mxArray* image, mxArray*& output, std::string attribute, std::int32_t connectivity,
+                               const mxArray* thresholds, std::string rule) {
   if (mxGetNumberOfDimensions_700(image) != 2) mexErrMsgTxt(entry::messages::not_two_dimensions);
   const qel::image2d<T> input = mxArray2qel_image<T, T>(image);
   // Connectivity and thresholds are judged only now; on a failure there the array is left to the host.

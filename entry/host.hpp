@@ -42,8 +42,8 @@ int mexPrintf(const char* format, ...);
 char* mxArrayToString(const mxArray* array);
 
 /// A new column-major array; `complexity` is 0 for real elements.
-mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions,
-                                  mxClassID class_id, std::int32_t complexity);
+mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions, mxClassID class_id,
+                                  std::int32_t complexity);
 
 mxClassID mxGetClassID(const mxArray* array);
 

@@ -16,15 +16,14 @@ template <typename... Classes>
 struct class_list : Classes... {};
 
 /// The classes that an image can have.
-using image_classes =
-    class_list<host_class<signed char, mxINT8_CLASS>, host_class<unsigned char, mxUINT8_CLASS>,
-               host_class<short, mxINT16_CLASS>, host_class<unsigned short, mxUINT16_CLASS>,
-               host_class<int, mxINT32_CLASS>, host_class<unsigned int, mxUINT32_CLASS>,
-               host_class<long, mxINT64_CLASS>, host_class<unsigned long, mxUINT64_CLASS>>;
+using image_classes = class_list<host_class<signed char, mxINT8_CLASS>, host_class<unsigned char, mxUINT8_CLASS>,
+                                 host_class<short, mxINT16_CLASS>, host_class<unsigned short, mxUINT16_CLASS>,
+                                 host_class<int, mxINT32_CLASS>, host_class<unsigned int, mxUINT32_CLASS>,
+                                 host_class<long, mxINT64_CLASS>, host_class<unsigned long, mxUINT64_CLASS>>;
 
 /// All classes that have a value type.
-using all_classes = class_list<image_classes, host_class<bool, mxLOGICAL_CLASS>,
-                               host_class<float, mxSINGLE_CLASS>, host_class<double, mxDOUBLE_CLASS>>;
+using all_classes = class_list<image_classes, host_class<bool, mxLOGICAL_CLASS>, host_class<float, mxSINGLE_CLASS>,
+                               host_class<double, mxDOUBLE_CLASS>>;
 
 namespace internal {
 

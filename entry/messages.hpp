@@ -12,8 +12,7 @@ inline constexpr char wrong_count[] = "Wrong number of inputs.\n";
 inline constexpr char bad_rule[] = "Input 5 has to be either a string or empty.";
 inline constexpr char bad_connectivity[] = "Input 4 has to be either a scalar double or empty.";
 inline constexpr char bad_image[] = "Input 1 has to be a numeric 1D or 2D array.";
-inline constexpr char too_many_dimensions[] =
-    "Input 1. Data with more than two dimensions are not supported.";
+inline constexpr char too_many_dimensions[] = "Input 1. Data with more than two dimensions are not supported.";
 inline constexpr char bad_attribute[] = "Input 2 has to be a string.";
 inline constexpr char empty_thresholds[] = "Input 3 has not to be empty.";
 inline constexpr char unsupported_class[] =

@@ -4,8 +4,8 @@
 
 // The attribute profile: N filtered images from the min-tree, the image itself, N from the max-tree.
 //
-// Trees and attributes are computed once for each direction; a threshold costs a copy of the image, a walk
-// over the nodes and a walk over the pixels.
+// Trees and attributes are computed once for each direction; a threshold costs a walk over the nodes and one over the
+// pixels.
 
 #include "entry/array_bridge.hpp"
 #include "entry/rule.hpp"
@@ -20,7 +20,7 @@
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/tree/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
-#include <qel/morpho/tree/propagate_representative.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
@@ -30,23 +30,31 @@
 namespace entry {
 namespace internal {
 
-/// Writes `image` as the next plane of the output and moves `position` behind it.
-template <typename I, typename V>
-void write_plane(const I& image, V*& position) {
-  qel_image2mxPtr(image, position);
-  position += image.domain().nsites();
+/// One filtered plane: the image of the tree without the nodes that the rule removes because their attribute does not
+/// reach the threshold `lambda`.
+///
+/// A rule reads and changes values of nodes only, and every other pixel has the value of its node. So the rule runs on
+/// the nodes alone, and the pixels look their node's value up on the way into the output.
+template <typename T, typename R, typename L, typename V>
+void filter_pass(const qel::morpho::tree::node_tree<T>& nodes, const qel::image2d<R>& attribute_image, L lambda,
+                 const std::string& rule, V*& position) {
+  const auto reaches_lambda = qel::pw::value_<qel::image2d<R>>(attribute_image) >= qel::pw::cst_<L>(lambda);
+  auto values = qel::duplicate(nodes.f());
+  apply_rule(rule, nodes, values, reaches_lambda);
+  write_plane_by_number(nodes.table().number, values.buffer(), position);
+  position += nodes.table().number.domain().nsites();
 }
 
-/// One filtered plane: the image of `tree` without the nodes that the rule removes because their attribute
-/// does not reach the threshold `lambda`.
-template <typename T, typename R, typename L, typename V>
-void filter_pass(const T& tree, const qel::image2d<R>& attribute_image, L lambda, const std::string& rule,
-                 V*& position) {
-  const auto reaches_lambda = qel::pw::value_<qel::image2d<R>>(attribute_image) >= qel::pw::cst_<L>(lambda);
-  auto filtered = qel::duplicate(tree.f());
-  apply_rule(rule, tree, filtered, reaches_lambda);
-  qel::morpho::tree::propagate_representative(tree, filtered);
-  write_plane(filtered, position);
+/// The planes of one tree, one for each threshold in the order given. `sites` tells which tree: sorted in decreasing
+/// order a min-tree, in increasing order a max-tree.
+template <typename I, typename S, typename A, typename N, typename L, typename V>
+void write_filtered_planes(const I& input, const S& sites, const A& a, const N& neighborhood,
+                           const std::vector<L>& lambdas, const std::string& rule, V*& position) {
+  using tree_type = qel::morpho::tree::data<I, S>;
+  const tree_type tree(input, sites, neighborhood);
+  const qel::morpho::tree::node_tree<tree_type> nodes(tree);
+  const auto attribute_image = qel::morpho::tree::compute_attribute_image(a, nodes);
+  for (const L lambda : lambdas) filter_pass(nodes, attribute_image, lambda, rule, position);
 }
 
 }  // namespace internal
@@ -65,28 +73,20 @@ void filter_pass(const T& tree, const qel::image2d<R>& attribute_image, L lambda
 /// \throws std::bad_alloc.
 template <typename I, typename V, typename A, typename N, typename L>
 void _compute_attribute_profile(const qel::Image<I>& image, V*& position, const qel::Accumulator<A>& a,
-                                const qel::Neighborhood<N>& neighborhood, std::vector<L> lambdas,
-                                std::string rule) {
-  using tree_type = qel::morpho::tree::data<I, qel::p_array<qel::point2d>>;
+                                const qel::Neighborhood<N>& neighborhood, std::vector<L> lambdas, std::string rule) {
   const I& input = qel::internal::force_exact<I>(image);
   const N& nbh = qel::internal::force_exact<N>(neighborhood);
-  const auto count = static_cast<unsigned>(lambdas.size());
+  const std::vector<L> reversed(lambdas.rbegin(), lambdas.rend());
 
   auto sites = qel::data::sort_psites_decreasing(input);
-  const tree_type min_tree(input, sites, nbh);
-  auto attribute_image = qel::morpho::tree::compute_attribute_image(a, min_tree);
-  for (unsigned i = count; i > 0; --i)
-    entry::internal::filter_pass(min_tree, attribute_image, lambdas.at(i - 1), rule, position);
+  entry::internal::write_filtered_planes(input, sites, a, nbh, reversed, rule, position);
 
   const auto middle = qel::duplicate(input);
-  entry::internal::write_plane(middle, position);
+  qel_image2mxPtr(middle, position);
+  position += middle.domain().nsites();
 
-  // The min-tree refers to `sites` too; from here on it is not read again.
   sites = qel::data::sort_psites_increasing(input);
-  const tree_type max_tree(input, sites, nbh);
-  attribute_image = qel::morpho::tree::compute_attribute_image(a, max_tree);
-  for (unsigned i = 0; i < count; ++i)
-    entry::internal::filter_pass(max_tree, attribute_image, lambdas.at(i), rule, position);
+  entry::internal::write_filtered_planes(input, sites, a, nbh, lambdas, rule, position);
 }
 
 #endif  // ENTRY_PROFILE_HPP

@@ -29,8 +29,7 @@ inline constexpr char sub[] = "sub";
 
 /// Changes the nodes of `tree` in `image` by the rule called `name`; ends the call if there is no such rule.
 template <typename T, typename F, typename P>
-void apply_rule(const std::string& name, const T& tree, qel::Image<F>& image,
-                const qel::Function_v2b<P>& keep) {
+void apply_rule(const std::string& name, const T& tree, qel::Image<F>& image, const qel::Function_v2b<P>& keep) {
   namespace filter = qel::morpho::tree::filter;
   if (name == rule::min) {
     filter::min(tree, image, keep);

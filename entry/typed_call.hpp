@@ -21,7 +21,7 @@
 ///
 /// Only declared here: entry/types holds one instantiation in each translation unit, because each is large.
 template <typename T>
-void compute_attribute_profile(const mxArray* image, mxArray*& output, std::string attribute,
-                               std::int32_t connectivity, const mxArray* thresholds, std::string rule);
+void compute_attribute_profile(const mxArray* image, mxArray*& output, std::string attribute, std::int32_t connectivity,
+                               const mxArray* thresholds, std::string rule);
 
 #endif  // ENTRY_TYPED_CALL_HPP

@@ -25,8 +25,8 @@ static_assert(mxLOGICAL_CLASS == 3 && mxDOUBLE_CLASS == 6 && mxSINGLE_CLASS == 7
 extern "C" {
 
 /// Octave's array sizes have 64 bits. A size is a count: with its top bit set it is large, not negative.
-mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions,
-                                  mxClassID class_id, std::int32_t complexity) {
+mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions, mxClassID class_id,
+                                  std::int32_t complexity) {
   std::vector<mwSize> wide(static_cast<std::size_t>(dimension_count));
   std::transform(dimensions, dimensions + dimension_count, wide.begin(),
                  [](std::int32_t size) { return mwSize{static_cast<std::uint32_t>(size)}; });

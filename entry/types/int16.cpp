@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "entry/dispatch.hpp"
 
-template void compute_attribute_profile<short>(const mxArray*, mxArray*&, std::string, std::int32_t,
-                                               const mxArray*, std::string);
+template void compute_attribute_profile<short>(const mxArray*, mxArray*&, std::string, std::int32_t, const mxArray*,
+                                               std::string);

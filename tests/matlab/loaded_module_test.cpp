@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <new>
+#include <stdexcept>
 #include <vector>
 
 namespace {

@@ -15,9 +15,15 @@ struct use_p {};     ///< the site
 struct use_v {};     ///< the image value at the site
 }  // namespace when_pix
 
+/// Whether the order in which an accumulator takes its content can be seen in its result.
+namespace order {
+struct free {};   ///< no: its arithmetic is exact
+struct fixed {};  ///< yes: its sums are rounded
+}  // namespace order
+
 }  // namespace accumulator
 
-/// The properties of the accumulator type A: `when_pix`.
+/// The properties of the accumulator type A: `when_pix`, `order`.
 template <typename A>
 struct accumulator_;
 

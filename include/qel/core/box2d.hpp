@@ -40,8 +40,7 @@ struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
 
   /// Whether `p` lies in the box; tested for each axis, whether the box is valid or not.
   bool has(const P& p) const {
-    return pmin_.row() <= p.row() && p.row() <= pmax_.row() && pmin_.col() <= p.col() &&
-           p.col() <= pmax_.col();
+    return pmin_.row() <= p.row() && p.row() <= pmax_.row() && pmin_.col() <= p.col() && p.col() <= pmax_.col();
   }
 
   /// Two invalid boxes are equal, whatever their corners: neither has a site.

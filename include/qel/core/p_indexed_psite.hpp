@@ -48,8 +48,7 @@ struct p_indexed_psite : internal::pseudo_site_base_<const typename S::site&, p_
 
   /// Reads the site at the index, if there is one.
   void update_() {
-    if (s_ != nullptr && i_ >= 0 && static_cast<unsigned>(i_) < s_->nsites())
-      p_ = (*s_)[static_cast<unsigned>(i_)];
+    if (s_ != nullptr && i_ >= 0 && static_cast<unsigned>(i_) < s_->nsites()) p_ = (*s_)[static_cast<unsigned>(i_)];
   }
 
  private:

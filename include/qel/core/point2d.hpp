@@ -39,9 +39,7 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
   }
 
   /// The two coordinates in single precision, which is exact for 16 bits.
-  std::array<float, 2> to_vec() const {
-    return {static_cast<float>(coord_[0]), static_cast<float>(coord_[1])};
-  }
+  std::array<float, 2> to_vec() const { return {static_cast<float>(coord_[0]), static_cast<float>(coord_[1])}; }
 
   friend bool operator==(const point& a, const point& b) {
     return a.coord_[0] == b.coord_[0] && a.coord_[1] == b.coord_[1];

@@ -26,9 +26,7 @@ struct iterable_integer_set {
   unsigned nvalues() const { return 256; }
 
   /// The value of index `i`, in [0, 255].
-  T operator[](unsigned i) const {
-    return static_cast<T>(static_cast<int>(i) + std::numeric_limits<T>::min());
-  }
+  T operator[](unsigned i) const { return static_cast<T>(static_cast<int>(i) + std::numeric_limits<T>::min()); }
 
   bool has(const T&) const { return true; }
 

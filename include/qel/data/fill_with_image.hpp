@@ -75,8 +75,7 @@ namespace internal {
 template <typename I, typename J>
 void fill_with_image_(Image<I>& ima, const Image<J>& data) {
   const bool same_border = border::get(ima) == border::get(data);
-  if (same_border &&
-      qel::internal::force_exact<I>(ima).domain() == qel::internal::force_exact<J>(data).domain())
+  if (same_border && qel::internal::force_exact<I>(ima).domain() == qel::internal::force_exact<J>(data).domain())
     impl::fill_with_image_fastest(ima, data);
   else
     impl::fill_with_image_lines(ima, data);

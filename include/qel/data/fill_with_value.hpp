@@ -28,8 +28,7 @@ void fill_with_value_one_block(Image<I>& ima, const typename I::value& value) {
 namespace internal {
 
 template <typename I>
-void fill_with_value_dispatch(trait::image::value_access::direct, Image<I>& ima,
-                              const typename I::value& value) {
+void fill_with_value_dispatch(trait::image::value_access::direct, Image<I>& ima, const typename I::value& value) {
   impl::fill_with_value_one_block(ima, value);
 }
 

@@ -2,13 +2,11 @@
 #ifndef QEL_DATA_SORT_PSITES_HPP
 #define QEL_DATA_SORT_PSITES_HPP
 
-// All sites of an image in the order of their values: the sweep order that decides which component tree comes
-// out.
+// All sites of an image in the order of their values: the sweep order that decides which component tree comes out.
 //
-// Among sites of equal value the increasing arrays are in raster order. The decreasing array of an 8-bit
-// image is in raster order too, that of a wider image in reverse raster order. The tie order decides which
-// site of a node is its canonical site and the order of float sums, so both are part of the results that
-// users get.
+// Among sites of equal value the increasing arrays are in raster order. The decreasing array of an 8-bit image is in
+// raster order too, that of a wider image in reverse raster order. The tie order decides which site of a node is its
+// canonical site and the order of float sums, so both are part of the results that users get.
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/concept/image.hpp>
@@ -17,9 +15,11 @@
 #include <qel/core/trait_image.hpp>
 #include <qel/data/geom/nsites.hpp>
 #include <qel/data/histo.hpp>
+#include <qel/data/radix_sort.hpp>
 #include <qel/data/value_psite_order.hpp>
 
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -57,32 +57,43 @@ p_array2d sort_psites_decreasing_(trait::image::quant::low, const Image<I>& ima)
   return place_psites_(qel::internal::force_exact<I>(ima), std::move(loc));
 }
 
-/// Comparison sort, for all other values. Cost: n log n comparisons.
-template <typename I>
-p_array2d sort_psites_increasing_(trait::image::quant::high, const Image<I>& ima) {
-  const I& exact_ima = qel::internal::force_exact<I>(ima);
-  p_array2d s = convert::to_p_array(exact_ima.domain());
-  std::sort(s.vect_.begin(), s.vect_.end(), value_psite_less_<I>(exact_ima));
+/// The comparison sort by a strict total order: the plain form, for any value type. Cost: n log n comparisons.
+template <typename I, typename Order>
+p_array2d comparison_sorted_psites(const I& ima, Order order) {
+  p_array2d s = convert::to_p_array(ima.domain());
+  std::sort(s.vect_.begin(), s.vect_.end(), order);
   return s;
 }
 
+/// All other integers: a radix sort.
+template <typename I>
+p_array2d sort_psites_increasing_(trait::image::quant::high, const Image<I>& ima) {
+  const I& exact_ima = qel::internal::force_exact<I>(ima);
+  if constexpr (std::is_integral_v<typename I::value>)
+    return radix_sorted_psites(exact_ima);
+  else
+    return comparison_sorted_psites(exact_ima, value_psite_less_<I>(exact_ima));
+}
+
+/// The decreasing order is the exact mirror of the increasing one.
 template <typename I>
 p_array2d sort_psites_decreasing_(trait::image::quant::high, const Image<I>& ima) {
-  const I& exact_ima = qel::internal::force_exact<I>(ima);
-  p_array2d s = convert::to_p_array(exact_ima.domain());
-  std::sort(s.vect_.begin(), s.vect_.end(), value_psite_greater_<I>(exact_ima));
+  p_array2d s = sort_psites_increasing_(trait::image::quant::high(), ima);
+  std::reverse(s.vect_.begin(), s.vect_.end());
   return s;
 }
 
 }  // namespace impl
 
-/// The sites of the domain by ascending value: the sweep order of a max-tree. \throws std::bad_alloc.
+/// The sites of the domain by ascending value: the sweep order of a max-tree.
+/// \throws std::bad_alloc.
 template <typename I>
 p_array2d sort_psites_increasing(const Image<I>& ima) {
   return impl::sort_psites_increasing_(typename trait::image_<I>::quant(), ima);
 }
 
-/// The sites of the domain by descending value: the sweep order of a min-tree. \throws std::bad_alloc.
+/// The sites of the domain by descending value: the sweep order of a min-tree.
+/// \throws std::bad_alloc.
 template <typename I>
 p_array2d sort_psites_decreasing(const Image<I>& ima) {
   return impl::sort_psites_decreasing_(typename trait::image_<I>::quant(), ima);

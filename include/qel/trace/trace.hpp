@@ -46,8 +46,8 @@ inline void report_missing_entering(const std::string& scope) {
 }
 
 inline void report_bad_matching(const std::string& scope) {
-  std::cerr << "error: bad matching scope (entering is '" << scopes.top() << "' v. exiting is '" << scope
-            << "')" << std::endl;
+  std::cerr << "error: bad matching scope (entering is '" << scopes.top() << "' v. exiting is '" << scope << "')"
+            << std::endl;
   quiet = true;
 }
 

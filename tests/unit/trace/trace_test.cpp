@@ -36,11 +36,18 @@ TEST(trace, outline_of_a_duplicate) {
 }
 
 /// An outline on one line, each scope with its inner scopes in parentheses.
-std::string folded(std::string outline) {
-  for (const auto& [what, by] :
-       {std::pair{" \\{\\} \n", " "}, {" \\{\n", "( "}, {"\\} [^ ]+ \n", ") "}, {" +", " "}})
-    outline = std::regex_replace(outline, std::regex(what), by);
-  return outline;
+std::string folded(const std::string& outline) {
+  std::istringstream in(outline);
+  std::string result, word;
+  while (in >> word) {
+    if (word == "{")
+      result += "(";
+    else if (word == "}" && in >> word)
+      result += " )";
+    else if (word != "{}")
+      result += " " + word;
+  }
+  return result;
 }
 
 TEST(trace, outline_of_a_tree_and_its_attribute_image) {
@@ -50,20 +57,18 @@ TEST(trace, outline_of_a_tree_and_its_attribute_image) {
   const tree_of<unsigned char> tree(ima, s, c4());
   compute_attribute_image(qel::morpho::attribute::card<image2d<unsigned char>>(), tree);
   const std::string fill_with_value =
-      "data::fill( data::fill_with_value( data::impl::fill_with_value_one_block( "
-      "data::memset_( data::impl::memset_ ) ) ) ) ";
+      " data::fill( data::fill_with_value( data::impl::fill_with_value_one_block("
+      " data::memset_( data::impl::memset_ ) ) ) )";
   EXPECT_EQ(folded(capture.outline()),
-            "histo::compute( qel::geom::max_col( geom::bbox( geom::bbox ) ) "
-            "qel::geom::min_row( geom::bbox( geom::bbox ) ) ) "
-            "geom::nsites( set::impl::card_from_method ) "
-            "morpho::tree::compute_parent( morpho::tree::impl::generic::compute_parent( "
-            "core::initialize core::initialize core::initialize " +
-                fill_with_value +
-                ") ) core::initialize "
-                "morpho::tree::compute_attribute_image( core::initialize " +
-                fill_with_value +
-                "core::initialize data::fill( data::fill_with_image( border::get border::get "
-                "data::impl::fill_with_image_fastest ) ) ) ");
+            " histo::compute( qel::geom::max_col( geom::bbox( geom::bbox ) )"
+            " qel::geom::min_row( geom::bbox( geom::bbox ) ) )"
+            " geom::nsites( set::impl::card_from_method )"
+            " morpho::tree::compute_parent( morpho::tree::impl::generic::compute_parent("
+            " core::initialize core::initialize core::initialize" +
+                fill_with_value + " ) ) core::initialize" +
+                " morpho::tree::compute_attribute_image( core::initialize" + fill_with_value +
+                " core::initialize data::fill( data::fill_with_image( border::get border::get"
+                " data::impl::fill_with_image_fastest ) ) )");
 }
 
 TEST(trace, tells_the_seconds_when_the_clock_has_moved) {
@@ -71,7 +76,8 @@ TEST(trace, tells_the_seconds_when_the_clock_has_moved) {
   trace::entering("a");
   trace::start_times.top() = std::clock() - 3 * 1000000;
   trace::exiting("a");
-  EXPECT_TRUE(std::regex_match(capture.output(), std::regex("a \\{\\} - 3(\\.[0-9]*)?s \n")));
+  EXPECT_EQ(capture.output().substr(0, 8), "a {} - 3");
+  EXPECT_EQ(capture.outline(), "a {} \n");
 }
 
 TEST(trace, does_nothing_when_quiet) {

@@ -35,8 +35,7 @@ namespace internal {
 struct origin_padding {
   origin_padding(std::ptrdiff_t first, std::size_t len)
       : before(first > 0 ? static_cast<std::size_t>(first) : 0),
-        behind(static_cast<std::size_t>(
-            std::max<std::ptrdiff_t>(0, -first - static_cast<std::ptrdiff_t>(len)))) {}
+        behind(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, -first - static_cast<std::ptrdiff_t>(len)))) {}
 
   std::size_t before;
   std::size_t behind;

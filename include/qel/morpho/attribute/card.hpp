@@ -44,6 +44,7 @@ namespace trait {
 template <typename I>
 struct accumulator_<morpho::attribute::card<I>> {
   using when_pix = accumulator::when_pix::use_none;
+  using order = accumulator::order::free;
 };
 
 }  // namespace trait

@@ -51,6 +51,7 @@ namespace trait {
 template <typename I, typename S, typename R>
 struct accumulator_<morpho::attribute::deviation<I, S, R>> {
   using when_pix = accumulator::when_pix::use_v;
+  using order = accumulator::order::fixed;
 };
 
 }  // namespace trait

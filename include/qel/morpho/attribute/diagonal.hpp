@@ -61,6 +61,7 @@ namespace trait {
 template <typename I>
 struct accumulator_<morpho::attribute::diagonal<I>> {
   using when_pix = accumulator::when_pix::use_p;
+  using order = accumulator::order::free;
 };
 
 }  // namespace trait

@@ -37,6 +37,7 @@ namespace trait {
 template <typename I>
 struct accumulator_<morpho::attribute::inertia<I>> {
   using when_pix = accumulator::when_pix::use_p;
+  using order = accumulator::order::fixed;
 };
 
 }  // namespace trait

@@ -10,8 +10,7 @@
 #include <qel/data/duplicate.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>
-#include <qel/morpho/tree/piter.hpp>
-#include <qel/morpho/tree/take_as_init.hpp>
+#include <qel/morpho/tree/accumulate.hpp>
 #include <qel/trace/trace.hpp>
 
 namespace qel {
@@ -28,28 +27,13 @@ using attribute_image_t = typename trait::ch_value<typename T::function, typenam
 
 namespace internal {
 
-/// Fills `data` with the accumulator of each site's node.
-///
-/// Each site hands its content to its parent in the reverse of the sweep order. The order is part of the
-/// result: it is the order in which the float sums round.
-template <typename T, typename I, typename D>
-void accumulate(const T& tree, const I& f, D& data) {
-  up_site_piter<T> p(tree);
-  for (p.start(); p.is_valid(); p.next()) take_as_init(data(p), f, p);
-  for (p.start(); p.is_valid(); p.next())
-    if (!tree.is_root(p)) data(tree.parent(p)).take(data(p));
-  for (p.start(); p.is_valid(); p.next())
-    if (!tree.is_a_node(p)) data(p) = data(tree.parent(p));
-}
-
 template <typename A, typename T, typename I>
-attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const I& f,
-                                                accu_image_t<T, A>* accu_image) {
+attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const I& f, accu_image_t<T, A>* accu_image) {
   qel::internal::check_init(&accu_image_t<T, A>::init_);
   accu_image_t<T, A> data;
-  initialize(data, tree.f());
+  initialize(data, f);
   qel::data::fill(data, a);
-  accumulate(tree, f, data);
+  accumulate(tree, data);
   if (accu_image != nullptr) *accu_image = duplicate(data);
 
   qel::internal::check_init(&attribute_image_t<T, A>::init_);
@@ -61,20 +45,19 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
 
 }  // namespace internal
 
-/// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the
-/// node.
+/// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the node.
 ///
-/// \param accu_image where to leave a copy of the accumulators of all sites, or null.
-/// \post `a` and `tree` are unchanged; the border of the result means nothing.
-/// \throws std::bad_alloc.
+/// \param accu_image where to leave a copy of the accumulators of all sites, or null. \post `a` and `tree` are
+/// unchanged; the border of the result means nothing. \throws std::bad_alloc.
 ///
-/// Cost: three walks over the sites; an accumulator for each of them while it runs.
+/// `tree` may be the tree of an image or a `node_tree`. In the latter the result is an image on the sheet of nodes.
+///
+/// Cost: three walks over the sites; an accumulator for each site, or for each node of a node tree, while it runs.
 template <typename A, typename T>
 attribute_image_t<T, A> compute_attribute_image(const Accumulator<A>& a, const T& tree,
                                                 accu_image_t<T, A>* accu_image = nullptr) {
   trace::entering("morpho::tree::compute_attribute_image");
-  auto output =
-      internal::compute_attribute_image(qel::internal::force_exact<A>(a), tree, tree.f(), accu_image);
+  auto output = internal::compute_attribute_image(qel::internal::force_exact<A>(a), tree, tree.f(), accu_image);
   trace::exiting("morpho::tree::compute_attribute_image");
   return output;
 }

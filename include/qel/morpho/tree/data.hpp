@@ -8,8 +8,12 @@
 #include <qel/core/p_array.hpp>
 #include <qel/core/p_indexed_piter.hpp>
 #include <qel/core/trait_image.hpp>
-#include <qel/data/initialize.hpp>
-#include <qel/morpho/tree/compute_parent.hpp>
+#include <qel/morpho/tree/compute_node_table.hpp>
+#include <qel/morpho/tree/node_table.hpp>
+#include <qel/trace/trace.hpp>
+
+#include <utility>
+#include <vector>
 
 namespace qel {
 
@@ -19,12 +23,15 @@ namespace tree {
 
 /// A component tree of an image of type I, swept in the order of a site array S.
 ///
-/// A node has no object and no number: it is named by its canonical site, and whatever belongs to a node
-/// (children, attribute, mark) lives in an image at that site. All lists are in the order of the construction
-/// sweep, that is by descending index in the site array: each node before its parent, the root last.
+/// A node has no object and no number: it is named by its canonical site, and whatever belongs to a node (children,
+/// attribute, mark) lives in an image at that site. All lists are in the order of the construction sweep, that is by
+/// descending index in the site array: each node before its parent, the root last.
 ///
-/// The image and the site array are only referred to: keep them alive and unchanged as long as the tree is
-/// read.
+/// The image and the site array are only referred to: keep them alive and unchanged as long as the tree is read.
+///
+/// The construction makes the node table. The parent image and the lists are made when first asked for: a profile needs
+/// neither, and an image of lists is large. So the first read of a constant tree may allocate, and a tree can't be read
+/// from two threads at once.
 template <typename I, typename S>
 class data {
  public:
@@ -37,15 +44,16 @@ class data {
   using parent_image_t = typename trait::ch_value<I, psite>::ret;
   using children_image_t = typename trait::ch_value<I, nodes_t>::ret;
 
-  /// Builds the tree of `f` under `nbh`: a max-tree if `s` is an increasing array, a min-tree if it is a
-  /// decreasing one. \throws std::bad_alloc.
+  /// Builds the tree of `f` under `nbh`: a max-tree if `s` is an increasing array, a min-tree if it is a decreasing
+  /// one. \throws std::bad_alloc.
   template <typename N>
   data(const Image<I>& f, const Site_Set<S>& s, const Neighborhood<N>& nbh)
       : f_(qel::internal::force_exact<I>(f)),
         s_(qel::internal::force_exact<S>(s)),
-        parent_(compute_parent(f, nbh, s)) {
-    initialize(children_, f);
-    make_lists();
+        table_(compute_node_table(f, nbh, s)) {
+    // An outline of the construction shows the image of children in its place, although it is made at first use.
+    trace::entering("core::initialize");
+    trace::exiting("core::initialize");
   }
 
   data(const data&) = delete;
@@ -57,55 +65,87 @@ class data {
   /// The sites in sweep order.
   const S& domain() const { return s_; }
 
-  const parent_image_t& parent_image() const { return parent_; }
-  const children_image_t& children_image() const { return children_; }
+  /// The tree by node numbers.
+  const node_table<I>& table() const { return table_; }
+
+  const parent_image_t& parent_image() const {
+    if (!parent_.is_valid()) parent_ = internal::parent_image_of(f_, table_);
+    return parent_;
+  }
+
+  const children_image_t& children_image() const {
+    if (!children_.is_valid()) make_children();
+    return children_;
+  }
 
   /// The nodes, each before its parent.
-  const nodes_t& nodes() const { return nodes_; }
+  const nodes_t& nodes() const {
+    if (nodes_.nsites() == 0) make_nodes();
+    return nodes_;
+  }
 
   /// The nodes without children, in the order of `nodes()`.
-  const nodes_t& leaves() const { return leaves_; }
+  const nodes_t& leaves() const {
+    if (!children_.is_valid()) make_children();
+    return leaves_;
+  }
 
   /// 1, since the domain of an image is connected.
-  unsigned nroots() const { return nroots_; }
+  unsigned nroots() const {
+    nodes();
+    return nroots_;
+  }
 
-  /// The canonical site of the node of `p`, or of its parent node if `p` is canonical itself; the root for
-  /// the root.
-  const psite& parent(const psite& p) const { return parent_(p); }
+  /// The canonical site of the node of `p`, or of its parent node if `p` is canonical itself; the root for the root.
+  const psite& parent(const psite& p) const { return parent_image()(p); }
 
   /// The children of the node `p`, in the order of `nodes()`; none for a site that is not a node.
-  const nodes_t& children(const psite& p) const { return children_(p); }
+  const nodes_t& children(const psite& p) const { return children_image()(p); }
 
-  bool is_root(const psite& p) const { return parent_(p) == p; }
+  bool is_root(const psite& p) const { return parent(p) == p; }
 
   /// Whether `p` is the canonical site of its node.
-  bool is_a_node(const psite& p) const { return is_root(p) || f_(parent_(p)) != f_(p); }
+  bool is_a_node(const psite& p) const { return is_root(p) || f_(parent(p)) != f_(p); }
 
   /// Whether `p` has no children; true for every site that is not a node.
-  bool is_a_leaf(const psite& p) const { return children_(p).nsites() == 0; }
+  bool is_a_leaf(const psite& p) const { return children(p).nsites() == 0; }
 
  private:
-  /// Children come before their parent, so the list of a node is complete when the node is reached.
-  void make_lists() {
+  void make_nodes() const {
+    nodes_.vect_.reserve(table_.parent.size());
     typename S::bkd_piter p(s_);
     for (p.start(); p.is_valid(); p.next()) {
       if (!is_a_node(p)) continue;
       nodes_.insert(p);
-      if (is_root(p))
-        ++nroots_;
-      else
-        children_(parent_(p)).insert(p);
-      if (is_a_leaf(p)) leaves_.insert(p);
+      if (is_root(p)) ++nroots_;
     }
+  }
+
+  /// Each list gets one block of the size that it will have. Children come before their parent, so the list of a node
+  /// is complete when the node is reached.
+  void make_children() const {
+    children_image_t children(f_.domain(), f_.border());
+    std::vector<unsigned> count(table_.parent.size());
+    for (unsigned k = 0; k < count.size(); ++k)
+      if (table_.parent[k] != k) ++count[table_.parent[k]];
+    for (unsigned k = 0; k < count.size(); ++k) children(table_.canonical[k]).vect_.reserve(count[k]);
+    nodes_t leaves;
+    for (const site& n : nodes().vect_) {
+      if (children(n).nsites() == 0) leaves.insert(n);
+      if (!is_root(n)) children(parent(n)).insert(n);
+    }
+    leaves_ = std::move(leaves);
+    children_ = children;
   }
 
   const I& f_;
   const S& s_;
-  parent_image_t parent_;
-  children_image_t children_;
-  nodes_t nodes_;
-  nodes_t leaves_;
-  unsigned nroots_ = 0;
+  node_table<I> table_;
+  mutable parent_image_t parent_;
+  mutable children_image_t children_;
+  mutable nodes_t nodes_;
+  mutable nodes_t leaves_;
+  mutable unsigned nroots_ = 0;
 };
 
 }  // namespace tree

@@ -17,22 +17,22 @@ namespace tree {
 
 /// Visits every site once, each before its parent, the root last. In one node the canonical site comes last.
 template <typename T>
-struct up_site_piter : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>,
-                                                     typename T::sites_t, up_site_piter<T>> {
+struct up_site_piter
+    : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>, typename T::sites_t, up_site_piter<T>> {
   explicit up_site_piter(const T& tree) { this->change_target(tree.domain()); }
 };
 
 /// Visits every node once, each before its parent, the root last.
 template <typename T>
-struct up_node_piter : qel::internal::piter_adaptor_<p_indexed_fwd_piter<typename T::nodes_t>,
-                                                     typename T::nodes_t, up_node_piter<T>> {
+struct up_node_piter
+    : qel::internal::piter_adaptor_<p_indexed_fwd_piter<typename T::nodes_t>, typename T::nodes_t, up_node_piter<T>> {
   explicit up_node_piter(const T& tree) { this->change_target(tree.nodes()); }
 };
 
 /// Visits every node once, each after its parent, the root first.
 template <typename T>
-struct dn_node_piter : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::nodes_t>,
-                                                     typename T::nodes_t, dn_node_piter<T>> {
+struct dn_node_piter
+    : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::nodes_t>, typename T::nodes_t, dn_node_piter<T>> {
   explicit dn_node_piter(const T& tree) { this->change_target(tree.nodes()); }
 };
 

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_ACCUMULATE_HPP
+#define QEL_MORPHO_TREE_ACCUMULATE_HPP
+
+// Gathering the accumulators of a component tree.
+//
+// By definition each site starts with itself and hands its content to its parent, in the reverse of the sweep order.
+// The order is part of the result, because the float sums round in it.
+
+#include <qel/accu/trait_accumulator.hpp>
+#include <qel/core/box_piter.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
+#include <qel/morpho/tree/piter.hpp>
+#include <qel/morpho/tree/take_as_init.hpp>
+
+#include <algorithm>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// As defined: gives every site of `data` the accumulator of its node.
+template <typename T, typename D>
+void accumulate(const T& tree, D& data) {
+  up_site_piter<T> p(tree);
+  for (p.start(); p.is_valid(); p.next()) take_as_init(data(p), tree.f(), p);
+  for (p.start(); p.is_valid(); p.next())
+    if (!tree.is_root(p)) data(tree.parent(p)).take(data(p));
+  for (p.start(); p.is_valid(); p.next())
+    if (!tree.is_a_node(p)) data(p) = data(tree.parent(p));
+}
+
+/// Gives every node its own sites in raster order, then hands on from node to parent. Equal to the definition, since
+/// the order can't be seen in the result.
+template <typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::free, const node_tree<T>& tree, D& data) {
+  using accu_t = typename D::value;
+  const auto& f = tree.whole().f();
+  const auto& number = tree.table().number;
+  for (unsigned k = 0; k < tree.nnodes(); ++k) data.element(k).init();
+  box_fwd_piter_<typename T::site> p(f.domain());
+  for (p.start(); p.is_valid(); p.next()) {
+    accu_t one;
+    take_as_init(one, f, p);
+    data.element(number(p)).take(one);
+  }
+  for (const unsigned k : tree.table().upward) {
+    const unsigned parent = tree.table().parent[k];
+    if (parent != k) data.element(parent).take(data.element(k));
+  }
+}
+
+/// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
+/// when its turn comes, so only nodes need an accumulator.
+template <typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::fixed, const node_tree<T>& tree, D& data) {
+  using accu_t = typename D::value;
+  const auto& f = tree.whole().f();
+  const auto& s = tree.whole().domain();
+  const auto& table = tree.table();
+  for (unsigned k = 0; k < tree.nnodes(); ++k) take_as_init(data.element(k), f, table.canonical[k]);
+
+  // The walk jumps about in the image: what it needs soon is fetched from memory ahead of it.
+  constexpr unsigned far = 32;
+  constexpr unsigned near = 12;
+  for (unsigned i = s.nsites(); i-- > 0;) {
+    if (i >= far) __builtin_prefetch(&table.number(s[i - far]));
+    if (i >= near) {
+      const unsigned k = table.number(s[i - near]);
+      __builtin_prefetch(&data.element(k));
+      __builtin_prefetch(&table.canonical[k]);
+      __builtin_prefetch(&table.parent[k]);
+    }
+    const auto& p = s[i];
+    const unsigned k = table.number(p);
+    if (table.canonical[k] != p) {
+      accu_t one;
+      take_as_init(one, f, p);
+      data.element(k).take(one);
+    } else if (table.parent[k] != k) {
+      data.element(table.parent[k]).take(data.element(k));
+    }
+  }
+}
+
+template <typename T, typename D>
+void accumulate(const node_tree<T>& tree, D& data) {
+  accumulate_nodes(typename trait::accumulator_<typename D::value>::order(), tree, data);
+}
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_ACCUMULATE_HPP

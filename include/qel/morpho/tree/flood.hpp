@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_FLOOD_HPP
+#define QEL_MORPHO_TREE_FLOOD_HPP
+
+// The nodes of a component tree by flooding the image level by level, from the root towards the leaves and back.
+//
+// The tree is fixed by the levels and the neighbourhood alone, so how it is found is free. The union-find sweep
+// (`impl::generic::compute_parent`) jumps about in the image at every site; a flood goes from neighbour to neighbour.
+//
+// The flood stands on a site of the component that it fills. A neighbour of a higher level lies in a component
+// inside: the flood goes up to it at once and comes back when that component is full. Neighbours of the same or a
+// lower level wait, each in the queue of its level. When no site of the present level waits any more, the component
+// is full: its node is complete, and the flood goes down to the highest level at which a site waits. That is the
+// level of its parent: either a component that the flood has left for this one, or, if it is higher, a new one around
+// it.
+//
+// Cost: each site waits once at most and looks at its neighbours once; the branches on which the processor guesses
+// wrong, about two a site, are most of it. Memory beyond the result: a level and a place in the queues for each site.
+// No recursion: open components, one for each level at most, stand on a stack on the heap.
+
+#include <qel/core/image2d.hpp>
+#include <qel/core/util/priority_bits.hpp>
+#include <qel/morpho/tree/node_table.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// The waiting sites, by level. A block with one place for each site serves all levels: it is known how many sites a
+/// level has.
+class level_queues {
+ public:
+  /// \param count  number of sites of each level.
+  /// \param places room for as many sites as there are, kept by the caller.
+  level_queues(const std::vector<unsigned>& count, unsigned* places)
+      : bottom_(count.size()), top_(count.size()), levels_(count.size()), places_(places) {
+    unsigned first = 0;
+    for (std::size_t l = 0; l < count.size(); ++l) {
+      bottom_[l] = top_[l] = first;
+      first += count[l];
+    }
+  }
+
+  void push(unsigned level, unsigned site) {
+    places_[top_[level]++] = site;
+    levels_.insert(level);
+  }
+
+  bool is_empty(unsigned level) const { return top_[level] == bottom_[level]; }
+
+  /// \pre the level's queue is not empty.
+  unsigned pop(unsigned level) { return places_[--top_[level]]; }
+
+  /// A site of the level that will be popped soon, if there is one: worth fetching from memory. \pre a site has been
+  /// popped from the level.
+  unsigned peek(unsigned level) const {
+    return places_[top_[level] - bottom_[level] < 2 ? bottom_[level] : top_[level] - 2];
+  }
+
+  /// Leaves the empty `level`; the highest level below it at which sites wait, or 0.
+  unsigned next_below(unsigned level) {
+    levels_.erase(level);
+    const unsigned below = levels_.greatest_below(level);
+    return below == util::priority_bits::none ? 0 : below;
+  }
+
+ private:
+  std::vector<unsigned> bottom_;
+  std::vector<unsigned> top_;
+  util::priority_bits levels_;
+  unsigned* places_;
+};
+
+/// A component that the flood has entered and not yet filled.
+struct open_component {
+  unsigned level;
+  unsigned number;     ///< of its node
+  unsigned canonical;  ///< the best candidate so far, as a place in the block
+  unsigned site;       ///< where the flood has left it, and
+  unsigned neighbour;  ///< at which neighbour of that site it goes on
+};
+
+/// The result of a flood, with places in the image's block for sites.
+struct flooded_nodes {
+  std::vector<unsigned> canonical;
+  std::vector<unsigned> parent;
+  std::vector<unsigned> upward;
+
+  unsigned add() {
+    const auto number = static_cast<unsigned>(parent.size());
+    canonical.push_back(0);
+    parent.push_back(number);
+    return number;
+  }
+};
+
+/// Floods the sites of `level`, a block in which the sites not to be visited have level 0.
+///
+/// \param level     at each place, the level of its site; all are 0 in the end.
+/// \param start     a place of the lowest level.
+/// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood. \param last_ties
+/// whether the canonical site of a node is its last one in the block, not the first. \param number    receives at
+/// each place the number of its site's node.
+template <typename L, typename Around>
+flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ties, level_queues& waiting,
+                    unsigned* number) {
+  const auto n = static_cast<unsigned>(around.size());
+  // The least of these is sought: places turned round for the last one.
+  const unsigned turn = last_ties ? ~0u : 0u;
+  flooded_nodes nodes;
+  std::vector<open_component> left(1, open_component{0, 0, 0, 0, 0});  // level 0 is below the root
+
+  unsigned here = start;
+  unsigned next = 0;
+  unsigned now_level = level[start];
+  unsigned now_number = nodes.add();
+  unsigned now_canonical = ~0u;
+  level[start] = 0;
+  for (;;) {
+    while (next < n) {
+      const unsigned there = here + static_cast<unsigned>(around[next++]);
+      const unsigned l = level[there];
+      if (l == 0) continue;
+      level[there] = 0;
+      if (l <= now_level) {
+        waiting.push(l, there);
+        continue;
+      }
+      left.push_back({now_level, now_number, now_canonical, here, next});
+      now_level = l;
+      now_number = nodes.add();
+      now_canonical = ~0u;
+      here = there;
+      next = 0;
+    }
+    number[here] = now_number;
+    now_canonical = std::min(now_canonical, here ^ turn);
+    next = 0;
+    if (!waiting.is_empty(now_level)) {
+      here = waiting.pop(now_level);
+      const unsigned soon = waiting.peek(now_level);
+      __builtin_prefetch(level + soon);
+      __builtin_prefetch(level + soon + around[0]);
+      __builtin_prefetch(level + soon + around[n - 1]);
+      continue;
+    }
+
+    const unsigned full = now_number;
+    nodes.canonical[full] = now_canonical ^ turn;
+    nodes.upward.push_back(full);
+    const unsigned below = waiting.next_below(now_level);
+    if (below > left.back().level) {
+      now_level = below;
+      now_number = nodes.add();
+      now_canonical = ~0u;
+      here = waiting.pop(below);
+    } else {
+      const open_component& back = left.back();
+      now_level = back.level;
+      now_number = back.number;
+      now_canonical = back.canonical;
+      here = back.site;
+      next = back.neighbour;
+      left.pop_back();
+      if (left.empty()) return nodes;
+    }
+    nodes.parent[full] = now_number;
+  }
+}
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_FLOOD_HPP

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
+#define QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
+
+#include <qel/core/trait_image.hpp>
+#include <qel/data/fill.hpp>
+#include <qel/data/initialize.hpp>
+#include <qel/morpho/tree/flood.hpp>
+#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/sweep_levels.hpp>
+#include <qel/morpho/tree/sweep_order.hpp>
+#include <qel/trace/trace.hpp>
+
+#include <array>
+#include <cstddef>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// Whether `f` can be flooded under `nbh`: neighbours go both ways, and those of every site lie in the block.
+template <typename I, typename N>
+bool can_be_flooded(const I& f, const N& nbh) {
+  return nbh.size() != 0 && nbh.win().delta() <= f.border() && nbh.win().is_symmetric();
+}
+
+template <std::size_t n, typename I, typename W>
+std::array<int, n> distances(const I& f, const W& win) {
+  std::array<int, n> result;
+  for (unsigned i = 0; i < n; ++i) result[i] = f.delta_index(win.dp(i));
+  return result;
+}
+
+/// Calls `flood` with the distances to the neighbours; the usual numbers of neighbours are known to the compiler.
+template <typename I, typename W, typename Flood>
+flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
+  if (win.size() == 4) return flood(distances<4>(f, win));
+  if (win.size() == 8) return flood(distances<8>(f, win));
+  std::vector<int> around;
+  for (unsigned i = 0; i < win.size(); ++i) around.push_back(f.delta_index(win.dp(i)));
+  return flood(around);
+}
+
+/// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
+///
+/// The scope keeps the name, and the steps, of the plain form: outlines of the two can be compared.
+template <typename I, typename N, typename S>
+node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
+  trace::entering("morpho::tree::impl::generic::compute_parent");
+  using value_t = typename I::value;
+  typename trait::ch_value<I, sweep_level_t<value_t>>::ret levels;
+  initialize(levels, f);
+  node_table<I> table;
+  initialize(table.number, f);
+  typename trait::ch_value<I, unsigned>::ret places;
+  initialize(places, f);
+  qel::data::fill(levels, 0);
+
+  const sweep_order order = order_of(f, s);
+  using by_value = std::bool_constant<levels_are_values<value_t>>;
+  const std::vector<unsigned> count = set_sweep_levels(by_value(), f, s, order, levels);
+  level_queues waiting(count, places.buffer());
+  flooded_nodes nodes = with_distances(f, nbh.win(), [&](const auto& around) {
+    return flood(levels.buffer(), f.index_of_point(s[0]), around, !order.raster_ties, waiting, table.number.buffer());
+  });
+
+  table.canonical.reserve(nodes.canonical.size());
+  for (const unsigned place : nodes.canonical) table.canonical.push_back(f.point_at_index(place));
+  table.parent = std::move(nodes.parent);
+  table.upward = std::move(nodes.upward);
+  trace::exiting("morpho::tree::impl::generic::compute_parent");
+  return table;
+}
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_NODE_TABLE_HPP
+#define QEL_MORPHO_TREE_NODE_TABLE_HPP
+
+#include <qel/core/box_piter.hpp>
+#include <qel/core/trait_image.hpp>
+
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+/// A component tree of an image of type I with numbers for names: what the walks over nodes need, close together in
+/// memory.
+///
+/// Numbers run from 0 to the number of nodes less 1. Nodes that are neighbours in the image mostly have numbers near
+/// each other, so that a table by number is read nearly in sequence where the image is.
+template <typename I>
+struct node_table {
+  using site = typename I::site;
+
+  typename trait::ch_value<I, unsigned>::ret number;  ///< the node of each site; the border means nothing
+  std::vector<site> canonical;                        ///< the canonical site of each node
+  std::vector<unsigned> parent;                       ///< the parent of each node; the root is its own
+  std::vector<unsigned> upward;                       ///< all nodes, each before its parent, the root last
+};
+
+namespace internal {
+
+/// The parent image that `table` stands for.
+template <typename I>
+typename trait::ch_value<I, typename I::psite>::ret parent_image_of(const I& f, const node_table<I>& table) {
+  typename trait::ch_value<I, typename I::psite>::ret parent(f.domain(), f.border());
+  typename I::domain_t::fwd_piter p(f.domain());
+  for (p.start(); p.is_valid(); p.next()) {
+    const unsigned k = table.number(p);
+    parent(p) = table.canonical[table.canonical[k] == p.to_site() ? table.parent[k] : k];
+  }
+  return parent;
+}
+
+/// The table of a parent image. \pre `parent` is canonical, and `s` its sweep order.
+template <typename I, typename S, typename P>
+node_table<I> node_table_of(const I& f, const S& s, const P& parent) {
+  node_table<I> table;
+  table.number.init_(f.domain(), f.border());
+  const unsigned n = s.nsites();
+  for (unsigned i = 0; i < n; ++i) {
+    const auto& p = s[i];
+    const auto& q = parent(p);
+    const bool is_root = q == p;
+    if (!is_root && f(q) == f(p)) {
+      table.number(p) = table.number(q);
+      continue;
+    }
+    const auto k = static_cast<unsigned>(table.canonical.size());
+    table.number(p) = k;
+    table.canonical.push_back(p);
+    table.parent.push_back(is_root ? k : table.number(q));
+  }
+  for (auto k = static_cast<unsigned>(table.canonical.size()); k > 0; --k) table.upward.push_back(k - 1);
+  return table;
+}
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_NODE_TABLE_HPP

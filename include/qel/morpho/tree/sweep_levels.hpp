@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_SWEEP_LEVELS_HPP
+#define QEL_MORPHO_TREE_SWEEP_LEVELS_HPP
+
+// The levels of an image in sweep order: small integers that stand for the values, greater ones nearer to the leaves.
+//
+// 0 is kept for "not to be visited". Values of 8 and 16 bits are numbered as they are, with gaps; wider ones by their
+// rank among the values of the image, read off the site array.
+
+#include <qel/core/box_piter.hpp>
+#include <qel/core/image2d.hpp>
+#include <qel/morpho/tree/sweep_order.hpp>
+
+#include <cstddef>
+#include <limits>
+#include <type_traits>
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// Whether levels are the values themselves rather than their ranks.
+template <typename T>
+inline constexpr bool levels_are_values = std::is_integral_v<T> && sizeof(T) <= 2;
+
+/// The type of a level: 16 bits where 257 levels do.
+template <typename T>
+using sweep_level_t = std::conditional_t<sizeof(T) == 1, unsigned short, unsigned>;
+
+/// Gives the sites of the domain their levels from 1 up, from the values. Returns the number of sites of each level.
+template <typename I, typename L, typename S>
+std::vector<unsigned> set_sweep_levels(std::true_type, const I& f, const S&, const sweep_order& order, L& levels) {
+  using value_t = typename I::value;
+  using limits = std::numeric_limits<value_t>;
+  std::vector<unsigned> count(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
+  const int sign = order.increasing ? 1 : -1;
+  const int before_first = (order.increasing ? limits::min() : -limits::max()) - 1;
+  box_fwd_piter_<typename I::site> p(f.domain());
+  for (p.start(); p.is_valid(); p.next()) {
+    const auto level = static_cast<typename L::value>(sign * f(p) - before_first);
+    levels(p) = level;
+    ++count[level];
+  }
+  return count;
+}
+
+/// The same by rank: the sites of one value stand together in `s`.
+template <typename I, typename L, typename S>
+std::vector<unsigned> set_sweep_levels(std::false_type, const I& f, const S& s, const sweep_order&, L& levels) {
+  std::vector<unsigned> count(1);
+  const unsigned n = s.nsites();
+  typename I::value last{};
+  for (unsigned i = 0; i < n; ++i) {
+    const auto& p = s[i];
+    if (i == 0 || f(p) != last) count.push_back(0);
+    last = f(p);
+    ++count.back();
+    levels(p) = static_cast<unsigned>(count.size()) - 1;
+  }
+  return count;
+}
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_SWEEP_LEVELS_HPP
