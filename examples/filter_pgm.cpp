@@ -85,8 +85,7 @@ unsigned read_raw_sample(std::istream& in, const pgm_header& h) {
   unsigned sample = 0;
   for (unsigned bytes = h.maxval > 255 ? 2 : 1; bytes > 0; --bytes) {
     const int byte = in.get();
-    if (byte == std::char_traits<char>::eof())
-      throw std::runtime_error("the file ends before the last sample");
+    if (byte == std::char_traits<char>::eof()) throw std::runtime_error("the file ends before the last sample");
     sample = sample << 8 | static_cast<unsigned>(byte);
   }
   if (sample > h.maxval) throw std::runtime_error("a sample exceeds the greatest value");

@@ -42,9 +42,7 @@ image make_image() {
   return f;
 }
 
-std::string name(const qel::point2d& p) {
-  return "(" + std::to_string(p.row()) + "," + std::to_string(p.col()) + ")";
-}
+std::string name(const qel::point2d& p) { return "(" + std::to_string(p.row()) + "," + std::to_string(p.col()) + ")"; }
 
 std::string names(const qel::p_array2d& sites) {
   std::string result;
@@ -62,9 +60,9 @@ void print(const tree_t& tree) {
             << std::fixed << std::setprecision(4);
   qel::morpho::tree::dn_node_piter<tree_t> n(tree);
   for (n.start(); n.is_valid(); n.next())
-    std::cout << name(n) << std::setw(7) << int{tree.f()(n)} << "   " << name(tree.parent(n)) << std::setw(6)
-              << area(n) << std::setw(10) << diagonal(n) << std::setw(9) << inertia(n) << std::setw(11)
-              << deviation(n) << "  " << names(tree.children(n)) << '\n';
+    std::cout << name(n) << std::setw(7) << int{tree.f()(n)} << "   " << name(tree.parent(n)) << std::setw(6) << area(n)
+              << std::setw(10) << diagonal(n) << std::setw(9) << inertia(n) << std::setw(11) << deviation(n) << "  "
+              << names(tree.children(n)) << '\n';
 }
 
 }  // namespace

@@ -29,12 +29,11 @@ TYPED_TEST(array_bridge, keeps_every_element_at_its_row_and_column_and_gives_the
     const mxArray* const array = test_host::matrix<TypeParam>(rows, cols, block);
     EXPECT_EQ(define_image_type(TypeParam(0)), test_host::class_of(array));
     const auto image = mxArray2qel_image<TypeParam, TypeParam>(array);
-    ASSERT_EQ(image.domain(), qel::box2d(qel::point2d(0, 0), qel::point2d(static_cast<short>(rows - 1),
-                                                                          static_cast<short>(cols - 1))));
+    ASSERT_EQ(image.domain(),
+              qel::box2d(qel::point2d(0, 0), qel::point2d(static_cast<short>(rows - 1), static_cast<short>(cols - 1))));
     EXPECT_EQ(image.border(), qel::border::thickness);
     for (std::size_t i = 0; i < pixels.values.size(); ++i)
-      ASSERT_EQ(image(qel::point2d(static_cast<short>(i / cols), static_cast<short>(i % cols))),
-                pixels.values[i]);
+      ASSERT_EQ(image(qel::point2d(static_cast<short>(i / cols), static_cast<short>(i % cols))), pixels.values[i]);
 
     std::vector<TypeParam> exported(block.size() + 1, TypeParam(77));
     TypeParam* const destination = exported.data();
@@ -72,11 +71,10 @@ TEST(array_bridge_limits, images_of_32765_rows_or_columns_are_exact) {
 }
 
 TEST(array_bridge_limits, larger_images_end_the_call_before_anything_is_made) {
-  for (const auto& [rows, cols] :
-       {std::pair{32766u, 1u}, {1u, 32766u}, {40000u, 1u}, {65537u, 1u}, {2u, 65537u}}) {
+  for (const auto& [rows, cols] : {std::pair{32766u, 1u}, {1u, 32766u}, {40000u, 1u}, {65537u, 1u}, {2u, 65537u}}) {
     mxArray* output = nullptr;
-    const std::vector<const mxArray*> inputs = {test_host::array(mxUINT8_CLASS, {rows, cols}),
-                                                test_host::text("a"), test_host::matrix<double>(1, 1, {2})};
+    const std::vector<const mxArray*> inputs = {test_host::array(mxUINT8_CLASS, {rows, cols}), test_host::text("a"),
+                                                test_host::matrix<double>(1, 1, {2})};
     EXPECT_THROW(test_host::call(inputs, &output), std::bad_array_new_length) << rows << " x " << cols;
     EXPECT_EQ(output, nullptr);
   }

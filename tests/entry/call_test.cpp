@@ -51,14 +51,12 @@ TEST_F(accepted_call, connectivity_is_truncated) {
   const auto with_4 = profile("a", {scalar(4)});
   const auto with_8 = profile("a", {scalar(8)});
   ASSERT_NE(with_4, with_8);
-  for (const double like_4 : {4.7, 0.0, 0.3, -0.5, 0.9999})
-    EXPECT_EQ(profile("a", {scalar(like_4)}), with_4) << like_4;
+  for (const double like_4 : {4.7, 0.0, 0.3, -0.5, 0.9999}) EXPECT_EQ(profile("a", {scalar(like_4)}), with_4) << like_4;
   for (const double like_8 : {8.5, 8.9999}) EXPECT_EQ(profile("a", {scalar(like_8)}), with_8) << like_8;
 }
 
 TEST_F(accepted_call, each_attribute_has_two_names_and_its_default_rule) {
-  for (const auto& [short_name, name] :
-       {std::pair{"a", "area"}, {"d", "diagonal"}, {"i", "inertia"}, {"s", "std"}})
+  for (const auto& [short_name, name] : {std::pair{"a", "area"}, {"d", "diagonal"}, {"i", "inertia"}, {"s", "std"}})
     EXPECT_EQ(profile(short_name, {}), profile(name, {})) << name;
   // On area and diagonal the four rules agree, so that no call can tell their default.
   for (const char* const name : {"i", "s"}) {

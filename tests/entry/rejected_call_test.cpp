@@ -50,8 +50,7 @@ const std::vector<check> checks = {
      [] {
        return std::vector{scalar(1), array(test_host::cell_class, {1, 1}), matrix<bool>(1, 1, {true})};
      }},
-    {"connectivity_is_scalar_double", connectivity, false,
-     "Input 4 has to be either a scalar double or empty.",
+    {"connectivity_is_scalar_double", connectivity, false, "Input 4 has to be either a scalar double or empty.",
      [] {
        return std::vector{matrix<int>(1, 1, {8}),
                           matrix<float>(1, 1, {4}),
@@ -81,9 +80,8 @@ const std::vector<check> checks = {
      "Data type not supported.\n Please convert the input data to either one of the following types: uint8, "
      "int8, uint16, int16, uint32, int32, uint64, int64.",
      [] {
-       return std::vector{array(mxLOGICAL_CLASS, {2, 2}), array(mxDOUBLE_CLASS, {2, 2}),
-                          array(mxSINGLE_CLASS, {2, 2}), sparse(mxDOUBLE_CLASS, 50, 50, 1),
-                          sparse(mxLOGICAL_CLASS, 50, 50, 0)};
+       return std::vector{array(mxLOGICAL_CLASS, {2, 2}), array(mxDOUBLE_CLASS, {2, 2}), array(mxSINGLE_CLASS, {2, 2}),
+                          sparse(mxDOUBLE_CLASS, 50, 50, 1), sparse(mxLOGICAL_CLASS, 50, 50, 0)};
      }},
     {"connectivity_is_known", connectivity, true,
      "This value of connectivity does not match any connectivity rule for 2d images.",
@@ -92,9 +90,7 @@ const std::vector<check> checks = {
                           scalar(inf), scalar(-inf), scalar(1e300), scalar(4294967300.0)};
      }},
     {"attribute_is_known", attribute, true, "Attribute not supported.",
-     [] {
-       return std::vector{text("Area"), text("A"), text("ar"), text("standard"), text("a "), text("areas")};
-     }},
+     [] { return std::vector{text("Area"), text("A"), text("ar"), text("standard"), text("a "), text("areas")}; }},
     {"thresholds_are_row_of_doubles", thresholds, true, "Input 3 has to be a 1xN array of double.",
      [] {
        return std::vector{matrix<float>(1, 2, {1, 2}),        matrix<int>(1, 1, {3}),
@@ -110,8 +106,7 @@ const std::vector<check> checks = {
 };
 
 std::vector<const mxArray*> good_inputs() {
-  return {matrix<unsigned char>(2, 2, {1, 2, 3, 4}), text("s"), matrix<double>(1, 2, {1, 2}), scalar(4),
-          text("max")};
+  return {matrix<unsigned char>(2, 2, {1, 2, 3, 4}), text("s"), matrix<double>(1, 2, {1, 2}), scalar(4), text("max")};
 }
 
 class rejected_call : public ::testing::TestWithParam<check> {

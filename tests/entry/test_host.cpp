@@ -149,12 +149,11 @@ char* mxArrayToString(const mxArray* array) {
   return texts.back().get();
 }
 
-mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions,
-                                  mxClassID class_id, std::int32_t complexity) {
+mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions, mxClassID class_id,
+                                  std::int32_t complexity) {
   if (complexity != 0) throw std::invalid_argument("test_host: complex output");
   std::vector<std::size_t> dims;
-  for (std::int32_t i = 0; i < dimension_count; ++i)
-    dims.push_back(static_cast<std::uint32_t>(dimensions[i]));
+  for (std::int32_t i = 0; i < dimension_count; ++i) dims.push_back(static_cast<std::uint32_t>(dimensions[i]));
   return new_array(class_id, std::move(dims), test_host::unwritten);
 }
 
@@ -164,9 +163,7 @@ std::size_t mxGetM(const mxArray* array) { return array->dims[0]; }
 
 std::size_t mxGetN(const mxArray* array) { return product(array->dims, 1); }
 
-std::int32_t mxGetNumberOfDimensions_700(const mxArray* array) {
-  return static_cast<std::int32_t>(array->dims.size());
-}
+std::int32_t mxGetNumberOfDimensions_700(const mxArray* array) { return static_cast<std::int32_t>(array->dims.size()); }
 
 std::size_t mxGetNumberOfElements(const mxArray* array) { return product(array->dims, 0); }
 

@@ -20,9 +20,7 @@ namespace support {
 using random_engine = std::mt19937_64;
 
 /// A number from 0 to `n` - 1. The slight unevenness of the modulo does not matter here. \pre `n` is not 0.
-inline std::size_t below(std::size_t n, random_engine& engine) {
-  return static_cast<std::size_t>(engine() % n);
-}
+inline std::size_t below(std::size_t n, random_engine& engine) { return static_cast<std::size_t>(engine() % n); }
 
 /// A plain image, row by row: the value of row r and column c is `values[r * cols + c]`.
 template <typename T>
@@ -41,8 +39,7 @@ bool operator==(const matrix<T>& a, const matrix<T>& b) {
 template <typename T>
 std::ostream& operator<<(std::ostream& out, const matrix<T>& m) {
   out << m.rows << " x " << m.cols << " [";
-  for (std::size_t i = 0; i < m.values.size(); ++i)
-    out << (i == 0 ? "" : i % m.cols == 0 ? "; " : " ") << +m.values[i];
+  for (std::size_t i = 0; i < m.values.size(); ++i) out << (i == 0 ? "" : i % m.cols == 0 ? "; " : " ") << +m.values[i];
   return out << "]";
 }
 
@@ -62,8 +59,7 @@ std::vector<T> column_major(const matrix<T>& m) {
 
 /// The image of `rows` x `cols` whose values stand column by column in `block` from `first` on.
 template <typename T>
-matrix<T> from_column_major(std::size_t rows, std::size_t cols, const std::vector<T>& block,
-                            std::size_t first = 0) {
+matrix<T> from_column_major(std::size_t rows, std::size_t cols, const std::vector<T>& block, std::size_t first = 0) {
   const auto begin = block.begin() + static_cast<std::ptrdiff_t>(first);
   return transposed(matrix<T>{cols, rows, {begin, begin + static_cast<std::ptrdiff_t>(rows * cols)}});
 }
@@ -123,7 +119,7 @@ matrix<T> random_image(std::size_t rows, std::size_t cols, flavour kind, random_
   const std::vector<T> palette = internal::palette<T>(engine);
   const T first = internal::any_value<T>(engine);
   const T second = internal::any_value<T>(engine);
-  const std::size_t row_slope = below(4, engine);
+  const std::size_t row_slope = 1 + below(4, engine);
   const std::size_t col_slope = 1 + below(4, engine);
   const std::size_t flatness = 1 + 7 * below(2, engine);
   matrix<T> image{rows, cols, internal::distinct_values<T>(rows * cols, engine)};

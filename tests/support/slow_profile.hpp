@@ -118,11 +118,12 @@ inline double converted(char attribute, double threshold) {
 
 /// A component of a threshold set {f >= v} or {f <= v} that has sites of value v.
 struct node {
-  std::vector<bool> component;  // by site
-  std::ptrdiff_t size;          // of the component, in sites
-  std::size_t parent;           // index of the next greater component; the root is its own parent
-  site canonical;               // of the sites of value v, the first in the sweep order
-  tally content;                // of the whole component
+  std::vector<bool> component;      // by site
+  std::ptrdiff_t size;              // of the component, in sites
+  std::size_t parent;               // index of the next greater component; the root is its own parent
+  site canonical;                   // of the sites of value v, the first in the sweep order
+  tally content;                    // of the whole component
+  std::vector<std::size_t> branch;  // the node, its parent, and so on to the root
 };
 
 template <typename T>
@@ -174,11 +175,10 @@ sites sweep_order(const matrix<T>& image, bool max_tree) {
 template <typename T>
 class tree {
  public:
-  tree(const matrix<T>& image, bool max_tree, int connectivity)
-      : image_(image), node_of_(image.values.size()) {
-    for (const T v : std::set<T>(image.values.begin(), image.values.end()))
-      add_level(v, max_tree, connectivity);
+  tree(const matrix<T>& image, bool max_tree, int connectivity) : image_(image), node_of_(image.values.size()) {
+    for (const T v : std::set<T>(image.values.begin(), image.values.end())) add_level(v, max_tree, connectivity);
     for (std::size_t n = 0; n < nodes_.size(); ++n) nodes_[n].parent = next_greater(n);
+    for (std::size_t n = 0; n < nodes_.size(); ++n) nodes_[n].branch = branch_of(n);
     sum_up(sweep_order(image, max_tree));
   }
 
@@ -187,16 +187,11 @@ class tree {
   /// The image filtered with one threshold.
   matrix<T> filtered(char attribute, double threshold, const std::string& rule) const {
     std::vector<bool> passes;
-    for (const node& n : nodes_)
-      passes.push_back(measure(attribute, n.content) >= converted(attribute, threshold));
-    std::vector<bool> survives;
-    for (std::size_t n = 0; n < nodes_.size(); ++n)
-      survives.push_back(rule == "min"   ? branch_passes(n, passes)
-                         : rule == "max" ? inside_passes(n, passes)
-                                         : passes[n]);
+    for (const node& n : nodes_) passes.push_back(measure(attribute, n.content) >= converted(attribute, threshold));
+    const std::vector<bool> survives = survivors(passes, rule);
     std::vector<T> values;
     for (std::size_t n = 0; n < nodes_.size(); ++n)
-      values.push_back(rule == "sub" ? lowered(n, passes) : value(survivor(n, survives)));
+      values.push_back(rule == "sub" ? lowered(n, passes) : value(nearest(n, survives)));
     matrix<T> result = image_;
     for (site p = 0; p < node_of_.size(); ++p) result.values[p] = values[node_of_[p]];
     return result;
@@ -211,7 +206,7 @@ class tree {
     std::vector<bool> done(set.size(), false);
     for (site p = 0; p < set.size(); ++p) {
       if (image_.values[p] != v || done[p]) continue;
-      node n{flood(image_, set, p, connectivity), 0, 0, p, {}};
+      node n{flood(image_, set, p, connectivity), 0, 0, p, {}, {}};
       n.size = std::count(n.component.begin(), n.component.end(), true);
       for (site q = p; q < set.size(); ++q)
         if (n.component[q] && image_.values[q] == v) {
@@ -245,28 +240,28 @@ class tree {
     for (node& n : nodes_) n.content = tallies[n.canonical];
   }
 
-  /// The node, its parent, and so on to the root.
-  std::vector<std::size_t> branch(std::size_t n) const {
+  std::vector<std::size_t> branch_of(std::size_t n) const {
     std::vector<std::size_t> result = {n};
     while (nodes_[result.back()].parent != result.back()) result.push_back(nodes_[result.back()].parent);
     return result;
   }
 
-  bool branch_passes(std::size_t n, const std::vector<bool>& passes) const {
-    const auto b = branch(n);
-    return std::all_of(b.begin(), b.end(), [&](std::size_t m) { return passes[m]; });
-  }
-
-  /// True if the node or one of its descendants passes: those are the nodes whose sites lie in its component.
-  bool inside_passes(std::size_t n, const std::vector<bool>& passes) const {
-    for (std::size_t m = 0; m < nodes_.size(); ++m)
-      if (passes[m] && nodes_[n].component[nodes_[m].canonical]) return true;
-    return false;
+  /// "direct": the passing nodes. "max": they and all their ancestors. "min": those that pass with all their ancestors.
+  std::vector<bool> survivors(const std::vector<bool>& passes, const std::string& rule) const {
+    const bool min = rule == "min";
+    const bool max = rule == "max";
+    std::vector<bool> result = passes;
+    for (std::size_t n = 0; n < nodes_.size(); ++n)
+      for (const std::size_t ancestor : nodes_[n].branch) {
+        if (min && !passes[ancestor]) result[n] = false;
+        if (max && passes[n]) result[ancestor] = true;
+      }
+    return result;
   }
 
   /// The nearest node upward that survives, or the root.
-  std::size_t survivor(std::size_t n, const std::vector<bool>& survives) const {
-    const auto b = branch(n);
+  std::size_t nearest(std::size_t n, const std::vector<bool>& survives) const {
+    const auto& b = nodes_[n].branch;
     const auto found = std::find_if(b.begin(), b.end(), [&](std::size_t m) { return survives[m]; });
     return found == b.end() ? b.back() : *found;
   }
@@ -274,7 +269,7 @@ class tree {
   /// The node's value less the step to the parent at every failing node of its branch; wraps like T.
   T lowered(std::size_t n, const std::vector<bool>& passes) const {
     auto result = static_cast<std::uint64_t>(value(n));
-    for (const std::size_t m : branch(n))
+    for (const std::size_t m : nodes_[n].branch)
       if (!passes[m])
         result -= static_cast<std::uint64_t>(value(m)) - static_cast<std::uint64_t>(value(nodes_[m].parent));
     return static_cast<T>(result);
@@ -296,8 +291,7 @@ class slow_profile {
 
   /// All 2N+1 planes one after the other, each column by column: the min-tree with the thresholds in reverse
   /// order, the image, the max-tree with the thresholds in order. An empty rule is the attribute's default.
-  std::vector<T> planes(const std::string& attribute, const std::vector<double>& thresholds,
-                        std::string rule) const {
+  std::vector<T> planes(const std::string& attribute, const std::vector<double>& thresholds, std::string rule) const {
     const char a = attribute[0];
     if (rule.empty()) rule = a == 'a' || a == 'd' ? "min" : "sub";
     std::vector<T> result;

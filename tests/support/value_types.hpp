@@ -14,8 +14,8 @@
 
 namespace support {
 
-using value_types = ::testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned int,
-                                     long, unsigned long>;
+using value_types =
+    ::testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned int, long, unsigned long>;
 
 /// Names a value type in the test output after its host class: int8, uint8, ... uint64.
 struct value_type_names {

@@ -12,6 +12,7 @@
 // their sites for each site, none for a single pass.
 
 #include <qel/core/box_piter.hpp>
+#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
 
@@ -103,6 +104,7 @@ p_array2d radix_sorted_psites(const I& ima) {
   auto digits = internal::radix_digits<key_t>(ima, least, span);
   const std::size_t n = ima.domain().nsites();
   p_array2d result;
+  qel::internal::reserve_large(result.vect_, n);
   result.vect_.resize(n);
 
   if (digits.size() == 1) {
@@ -110,10 +112,14 @@ p_array2d radix_sorted_psites(const I& ima) {
                            [&](key_t key, const point2d& p) { result.vect_[digits[0].take_place(key)] = p; });
     return result;
   }
-  std::vector<keyed_t> from(n);
+  std::vector<keyed_t> from;
+  qel::internal::reserve_large(from, n);
+  from.resize(n);
   internal::for_each_key(ima, least, [&](key_t key, const point2d& p) { from[digits[0].take_place(key)] = {key, p}; });
   if (digits.size() > 2) {
-    std::vector<keyed_t> to(n);
+    std::vector<keyed_t> to;
+    qel::internal::reserve_large(to, n);
+    to.resize(n);
     for (std::size_t d = 1; d + 1 < digits.size(); ++d) {
       for (const keyed_t& k : from) to[digits[d].take_place(k.key)] = k;
       from.swap(to);

@@ -11,6 +11,7 @@
 #include <qel/core/box_piter.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/convert/to_p_array.hpp>
+#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/geom/nsites.hpp>
@@ -33,7 +34,10 @@ namespace impl {
 template <typename I>
 p_array2d place_psites_(const I& ima, std::vector<unsigned> loc) {
   const auto& vset = ima.values_space();
-  std::vector<point2d> vec(geom::nsites(ima));
+  const unsigned n = geom::nsites(ima);
+  std::vector<point2d> vec;
+  qel::internal::reserve_large(vec, n);
+  vec.resize(n);
   box2d::fwd_piter p(ima.domain());
   for (p.start(); p.is_valid(); p.next()) vec[loc[vset.index_of(ima(p))]++] = p;
   return p_array2d(std::move(vec));

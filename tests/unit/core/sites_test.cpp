@@ -22,8 +22,7 @@ TEST(point2d, sums_and_differences_wrap_modulo_65536) {
 }
 
 TEST(ord, is_row_major_on_signed_coordinates) {
-  const sites sorted = {{-32768, -32768}, {-1, 32767}, {0, -1}, {0, 0},
-                        {1, 9},           {2, -32768}, {2, 0},  {32767, 32767}};
+  const sites sorted = {{-32768, -32768}, {-1, 32767}, {0, -1}, {0, 0}, {1, 9}, {2, -32768}, {2, 0}, {32767, 32767}};
   for (std::size_t i = 0; i < sorted.size(); ++i)
     for (std::size_t j = 0; j < sorted.size(); ++j) {
       const point2d &a = sorted[i], &b = sorted[j];

@@ -67,8 +67,7 @@ sites neighbours(const neighb2d& nbh, const point2d& p) { return walk(neighb2d::
 
 TEST(neighb2d, neighbours_come_in_row_major_order_wherever_they_lie) {
   EXPECT_EQ(neighbours(c4(), {0, 0}), (sites{{-1, 0}, {0, -1}, {0, 1}, {1, 0}}));
-  EXPECT_EQ(neighbours(c8(), {5, 7}),
-            (sites{{4, 6}, {4, 7}, {4, 8}, {5, 6}, {5, 8}, {6, 6}, {6, 7}, {6, 8}}));
+  EXPECT_EQ(neighbours(c8(), {5, 7}), (sites{{4, 6}, {4, 7}, {4, 8}, {5, 6}, {5, 8}, {6, 6}, {6, 7}, {6, 8}}));
   EXPECT_EQ(neighbours(c4(), {-32768, 32767}),
             (sites{{32767, 32767}, {-32768, 32766}, {-32768, -32768}, {-32767, 32767}}));
   neighb2d nbh;

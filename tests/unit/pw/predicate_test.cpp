@@ -6,12 +6,8 @@
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
-#include <qel/core/opt_at.hpp>
-#include <qel/data/geom/nsites.hpp>
-
 #include <limits>
 
-#include "tests/support/minimal_image.hpp"
 #include "tests/unit/unit.hpp"
 
 namespace {
@@ -23,8 +19,7 @@ namespace pw = qel::pw;
 template <typename A>
 bool reaches(A value, A threshold) {
   const auto ima = image<A>({1, 1, {value}});
-  const qel::fun::geq_v2b_expr_<pw::value_<image2d<A>>, pw::cst_<A>> pred =
-      pw::value_(ima) >= pw::cst_(threshold);
+  const qel::fun::geq_v2b_expr_<pw::value_<image2d<A>>, pw::cst_<A>> pred = pw::value_(ima) >= pw::cst_(threshold);
   return pred(point2d(0, 0));
 }
 
@@ -44,14 +39,6 @@ TEST(predicate, reads_through_the_handle_of_the_caller) {
   EXPECT_FALSE(pred(point2d(0, 0)));
   ima = image<unsigned>({1, 1, {2}});
   EXPECT_TRUE(pred(point2d(0, 0)));
-}
-
-TEST(predicate, needs_no_more_than_the_image_concept) {
-  support::minimal_image<int> ima(box2d({-1, 2}, {0, 4}), {1, 2, 3, 4, 5, 6});
-  qel::opt::at(ima, 0, 2) = 9;
-  EXPECT_TRUE((pw::value_(ima) >= pw::cst_(9))(point2d(0, 2)));
-  EXPECT_FALSE((pw::value_(ima) >= pw::cst_(4))(point2d(-1, 4)));
-  EXPECT_EQ(qel::geom::nsites(ima), 6u);
 }
 
 }  // namespace

@@ -65,8 +65,8 @@ TEST(trace, outline_of_a_tree_and_its_attribute_image) {
             " geom::nsites( set::impl::card_from_method )"
             " morpho::tree::compute_parent( morpho::tree::impl::generic::compute_parent("
             " core::initialize core::initialize core::initialize" +
-                fill_with_value + " ) ) core::initialize" +
-                " morpho::tree::compute_attribute_image( core::initialize" + fill_with_value +
+                fill_with_value + " ) ) core::initialize" + " morpho::tree::compute_attribute_image( core::initialize" +
+                fill_with_value +
                 " core::initialize data::fill( data::fill_with_image( border::get border::get"
                 " data::impl::fill_with_image_fastest ) ) )");
 }
@@ -76,7 +76,7 @@ TEST(trace, tells_the_seconds_when_the_clock_has_moved) {
   trace::entering("a");
   trace::start_times.top() = std::clock() - 3 * 1000000;
   trace::exiting("a");
-  EXPECT_EQ(capture.output().substr(0, 8), "a {} - 3");
+  EXPECT_EQ(std::stod(capture.output().substr(7)), 3.0) << capture.output();
   EXPECT_EQ(capture.outline(), "a {} \n");
 }
 
@@ -102,8 +102,7 @@ TEST(trace, exiting_under_another_name_is_reported_and_still_closes_the_scope) {
     const trace_capture capture;
     trace::entering("scope");
     trace::exiting(name);
-    EXPECT_EQ(capture.errors(),
-              "error: bad matching scope (entering is 'scope' v. exiting is '" + name + "')\n");
+    EXPECT_EQ(capture.errors(), "error: bad matching scope (entering is 'scope' v. exiting is '" + name + "')\n");
     EXPECT_EQ(capture.outline(), "scope {} \n");
     EXPECT_TRUE(trace::quiet && trace::scopes.empty() && trace::start_times.empty());
   }

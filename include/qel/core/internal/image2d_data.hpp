@@ -17,11 +17,13 @@
 #include <qel/core/box2d.hpp>
 #include <qel/core/dpoint2d.hpp>
 #include <qel/core/internal/image_base.hpp>
+#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/point2d.hpp>
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 
 namespace qel {
 
@@ -47,7 +49,9 @@ struct data<image2d<T>> {
   data(const box2d& b, unsigned bdr) : b_(b), bdr_(bdr) {
     const dpoint2d thickness(bdr, bdr);
     vb_ = box2d(b.pmin() - thickness, b.pmax() + thickness);
-    std::unique_ptr<T[]> values(new T[before_values() + vb_.nsites() + columns().behind]);
+    const std::size_t nvalues = before_values() + vb_.nsites() + columns().behind;
+    std::unique_ptr<T[]> values(new T[nvalues]);
+    if (std::is_trivially_default_constructible_v<T>) advise_large_pages(values.get(), nvalues * sizeof(T));
     std::unique_ptr<T*[]> table(new T*[rows().before + vb_.len(0) + rows().behind]);
     buffer_ = values.release() + before_values();
     array_ = table.release() - table_start();

@@ -9,6 +9,8 @@
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/box_piter.hpp>
+#include <qel/core/point2d.hpp>
+#include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/piter.hpp>
 #include <qel/morpho/tree/take_as_init.hpp>
@@ -48,10 +50,9 @@ void accumulate_nodes(trait::accumulator::order::free, const node_tree<T>& tree,
     take_as_init(one, f, p);
     data.element(number(p)).take(one);
   }
-  for (const unsigned k : tree.table().upward) {
-    const unsigned parent = tree.table().parent[k];
-    if (parent != k) data.element(parent).take(data.element(k));
-  }
+  up_node_piter<node_tree<T>> n(tree);
+  for (n.start(); n.is_valid(); n.next())
+    if (!tree.is_root(n)) data(tree.parent(n)).take(data(n));
 }
 
 /// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
@@ -81,8 +82,8 @@ void accumulate_nodes(trait::accumulator::order::fixed, const node_tree<T>& tree
       accu_t one;
       take_as_init(one, f, p);
       data.element(k).take(one);
-    } else if (table.parent[k] != k) {
-      data.element(table.parent[k]).take(data.element(k));
+    } else if (const point2d n = node_sheet::site(k); !tree.is_root(n)) {
+      data(tree.parent(n)).take(data(n));
     }
   }
 }

@@ -27,7 +27,7 @@ node_table<I> compute_node_table_(Storage, const I& f, const N& nbh, const S& s)
 }
 
 /// An image in one block can be flooded under a neighbourhood made of a window, unless the window reaches beyond the
-/// image's border or is one-sided.
+/// image's border, is one-sided or lacks a direct neighbour.
 template <typename I, typename W, typename S>
 node_table<I> compute_node_table_(trait::image::value_storage::one_block, const I& f, const neighb<W>& nbh,
                                   const S& s) {

@@ -7,8 +7,10 @@
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
+#include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_table.hpp>
 #include <qel/trace/trace.hpp>
 
@@ -112,7 +114,7 @@ class data {
 
  private:
   void make_nodes() const {
-    nodes_.vect_.reserve(table_.parent.size());
+    nodes_.vect_.reserve(table_.nnodes());
     typename S::bkd_piter p(s_);
     for (p.start(); p.is_valid(); p.next()) {
       if (!is_a_node(p)) continue;
@@ -125,9 +127,9 @@ class data {
   /// is complete when the node is reached.
   void make_children() const {
     children_image_t children(f_.domain(), f_.border());
-    std::vector<unsigned> count(table_.parent.size());
-    for (unsigned k = 0; k < count.size(); ++k)
-      if (table_.parent[k] != k) ++count[table_.parent[k]];
+    std::vector<unsigned> count(table_.nnodes());
+    for (const point2d& parent : table_.parent) ++count[internal::node_sheet::number(parent)];
+    --count[table_.number(s_[0])];  // the root is its own parent, but not its own child
     for (unsigned k = 0; k < count.size(); ++k) children(table_.canonical[k]).vect_.reserve(count[k]);
     nodes_t leaves;
     for (const site& n : nodes().vect_) {

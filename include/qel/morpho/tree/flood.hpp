@@ -19,11 +19,15 @@
 // No recursion: open components, one for each level at most, stand on a stack on the heap.
 
 #include <qel/core/image2d.hpp>
+#include <qel/core/internal/large_pages.hpp>
+#include <qel/core/point2d.hpp>
 #include <qel/core/util/priority_bits.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/node_sheet.hpp>
+#include <qel/morpho/tree/sweep_levels.hpp>
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace qel {
@@ -38,31 +42,26 @@ namespace internal {
 /// level has.
 class level_queues {
  public:
-  /// \param count  number of sites of each level.
+  /// \param ranges the empty ranges of the levels.
   /// \param places room for as many sites as there are, kept by the caller.
-  level_queues(const std::vector<unsigned>& count, unsigned* places)
-      : bottom_(count.size()), top_(count.size()), levels_(count.size()), places_(places) {
-    unsigned first = 0;
-    for (std::size_t l = 0; l < count.size(); ++l) {
-      bottom_[l] = top_[l] = first;
-      first += count[l];
-    }
-  }
+  level_queues(std::vector<level_range> ranges, unsigned* places)
+      : ranges_(std::move(ranges)), levels_(ranges_.size()), places_(places) {}
 
   void push(unsigned level, unsigned site) {
-    places_[top_[level]++] = site;
+    places_[ranges_[level].top++] = site;
     levels_.insert(level);
   }
 
-  bool is_empty(unsigned level) const { return top_[level] == bottom_[level]; }
+  bool is_empty(unsigned level) const { return ranges_[level].top == ranges_[level].bottom; }
 
   /// \pre the level's queue is not empty.
-  unsigned pop(unsigned level) { return places_[--top_[level]]; }
+  unsigned pop(unsigned level) { return places_[--ranges_[level].top]; }
 
-  /// A site of the level that will be popped soon, if there is one: worth fetching from memory. \pre a site has been
-  /// popped from the level.
+  /// A site of the level that will be popped soon, if there is one: worth fetching from memory.
+  /// \pre a site has been popped from the level.
   unsigned peek(unsigned level) const {
-    return places_[top_[level] - bottom_[level] < 2 ? bottom_[level] : top_[level] - 2];
+    const level_range& range = ranges_[level];
+    return places_[range.top - range.bottom < 2 ? range.bottom : range.top - 2];
   }
 
   /// Leaves the empty `level`; the highest level below it at which sites wait, or 0.
@@ -73,8 +72,7 @@ class level_queues {
   }
 
  private:
-  std::vector<unsigned> bottom_;
-  std::vector<unsigned> top_;
+  std::vector<level_range> ranges_;
   util::priority_bits levels_;
   unsigned* places_;
 };
@@ -88,18 +86,25 @@ struct open_component {
   unsigned neighbour;  ///< at which neighbour of that site it goes on
 };
 
-/// The result of a flood, with places in the image's block for sites.
+/// The nodes that a flood finds, by number.
 struct flooded_nodes {
-  std::vector<unsigned> canonical;
-  std::vector<unsigned> parent;
-  std::vector<unsigned> upward;
+  /// Makes room for as many nodes as there are sites. What is not used is never touched, and costs no memory.
+  explicit flooded_nodes(std::size_t nsites) {
+    qel::internal::reserve_large(canonical, nsites);
+    qel::internal::reserve_large(parent, nsites);
+    qel::internal::reserve_large(upward, nsites);
+  }
 
   unsigned add() {
     const auto number = static_cast<unsigned>(parent.size());
     canonical.push_back(0);
-    parent.push_back(number);
+    parent.push_back(node_sheet::site(number));
     return number;
   }
+
+  std::vector<unsigned> canonical;  ///< the place in the block of each node's canonical site
+  std::vector<point2d> parent;
+  std::vector<point2d> upward;
 };
 
 /// Floods the sites of `level`, a block in which the sites not to be visited have level 0.
@@ -111,11 +116,12 @@ struct flooded_nodes {
 /// each place the number of its site's node.
 template <typename L, typename Around>
 flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ties, level_queues& waiting,
-                    unsigned* number) {
+                    image2d<unsigned>& numbers) {
   const auto n = static_cast<unsigned>(around.size());
   // The least of these is sought: places turned round for the last one.
   const unsigned turn = last_ties ? ~0u : 0u;
-  flooded_nodes nodes;
+  flooded_nodes nodes(numbers.domain().nsites());
+  unsigned* const number = numbers.buffer();
   std::vector<open_component> left(1, open_component{0, 0, 0, 0, 0});  // level 0 is below the root
 
   unsigned here = start;
@@ -155,7 +161,7 @@ flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ti
 
     const unsigned full = now_number;
     nodes.canonical[full] = now_canonical ^ turn;
-    nodes.upward.push_back(full);
+    nodes.upward.push_back(node_sheet::site(full));
     const unsigned below = waiting.next_below(now_level);
     if (below > left.back().level) {
       now_level = below;
@@ -172,7 +178,7 @@ flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ti
       left.pop_back();
       if (left.empty()) return nodes;
     }
-    nodes.parent[full] = now_number;
+    nodes.parent[full] = node_sheet::site(now_number);
   }
 }
 

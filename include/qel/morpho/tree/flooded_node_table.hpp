@@ -2,6 +2,7 @@
 #ifndef QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
 #define QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
 
+#include <qel/core/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>
@@ -25,10 +26,12 @@ namespace tree {
 
 namespace internal {
 
-/// Whether `f` can be flooded under `nbh`: neighbours go both ways, and those of every site lie in the block.
+/// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and a flood
+/// that goes from neighbour to neighbour reaches the whole domain.
 template <typename I, typename N>
 bool can_be_flooded(const I& f, const N& nbh) {
-  return nbh.size() != 0 && nbh.win().delta() <= f.border() && nbh.win().is_symmetric();
+  const auto& win = nbh.win();
+  return win.delta() <= f.border() && win.is_symmetric() && win.has({0, 1}) && win.has({1, 0});
 }
 
 template <std::size_t n, typename I, typename W>
@@ -65,16 +68,15 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
 
   const sweep_order order = order_of(f, s);
   using by_value = std::bool_constant<levels_are_values<value_t>>;
-  const std::vector<unsigned> count = set_sweep_levels(by_value(), f, s, order, levels);
-  level_queues waiting(count, places.buffer());
+  level_queues waiting(set_sweep_levels(by_value(), f, s, order, levels), places.buffer());
   flooded_nodes nodes = with_distances(f, nbh.win(), [&](const auto& around) {
-    return flood(levels.buffer(), f.index_of_point(s[0]), around, !order.raster_ties, waiting, table.number.buffer());
+    return flood(levels.buffer(), f.index_of_point(s[0]), around, !order.raster_ties, waiting, table.number);
   });
 
   table.canonical.reserve(nodes.canonical.size());
   for (const unsigned place : nodes.canonical) table.canonical.push_back(f.point_at_index(place));
   table.parent = std::move(nodes.parent);
-  table.upward = std::move(nodes.upward);
+  table.upward = p_array2d(std::move(nodes.upward));
   trace::exiting("morpho::tree::impl::generic::compute_parent");
   return table;
 }

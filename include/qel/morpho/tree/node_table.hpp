@@ -3,7 +3,10 @@
 #define QEL_MORPHO_TREE_NODE_TABLE_HPP
 
 #include <qel/core/box_piter.hpp>
+#include <qel/core/p_array.hpp>
+#include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
+#include <qel/morpho/tree/node_sheet.hpp>
 
 #include <vector>
 
@@ -17,15 +20,18 @@ namespace tree {
 /// memory.
 ///
 /// Numbers run from 0 to the number of nodes less 1. Nodes that are neighbours in the image mostly have numbers near
-/// each other, so that a table by number is read nearly in sequence where the image is.
+/// each other, so that a table by number is read nearly in sequence where the image is. Where a node is meant to be a
+/// site, for an algorithm that runs on trees and images, it is a site of the `internal::node_sheet`.
 template <typename I>
 struct node_table {
   using site = typename I::site;
 
+  unsigned nnodes() const { return static_cast<unsigned>(canonical.size()); }
+
   typename trait::ch_value<I, unsigned>::ret number;  ///< the node of each site; the border means nothing
   std::vector<site> canonical;                        ///< the canonical site of each node
-  std::vector<unsigned> parent;                       ///< the parent of each node; the root is its own
-  std::vector<unsigned> upward;                       ///< all nodes, each before its parent, the root last
+  std::vector<point2d> parent;                        ///< the parent of each node; the root is its own
+  p_array2d upward;                                   ///< all nodes, each before its parent, the root last
 };
 
 namespace internal {
@@ -37,7 +43,7 @@ typename trait::ch_value<I, typename I::psite>::ret parent_image_of(const I& f, 
   typename I::domain_t::fwd_piter p(f.domain());
   for (p.start(); p.is_valid(); p.next()) {
     const unsigned k = table.number(p);
-    parent(p) = table.canonical[table.canonical[k] == p.to_site() ? table.parent[k] : k];
+    parent(p) = table.canonical[table.canonical[k] == p.to_site() ? node_sheet::number(table.parent[k]) : k];
   }
   return parent;
 }
@@ -56,12 +62,12 @@ node_table<I> node_table_of(const I& f, const S& s, const P& parent) {
       table.number(p) = table.number(q);
       continue;
     }
-    const auto k = static_cast<unsigned>(table.canonical.size());
+    const unsigned k = table.nnodes();
     table.number(p) = k;
     table.canonical.push_back(p);
-    table.parent.push_back(is_root ? k : table.number(q));
+    table.parent.push_back(node_sheet::site(is_root ? k : table.number(q)));
   }
-  for (auto k = static_cast<unsigned>(table.canonical.size()); k > 0; --k) table.upward.push_back(k - 1);
+  for (unsigned k = table.nnodes(); k > 0; --k) table.upward.insert(node_sheet::site(k - 1));
   return table;
 }
 

@@ -9,39 +9,16 @@
 // of a sheet of its own, an ordinary image domain. So whatever takes a tree and an image (the rules, the attribute
 // image, `duplicate`) takes a node tree and an image of node values as well, and runs on a fraction of the memory.
 
-#include <qel/core/box2d.hpp>
-#include <qel/core/image2d.hpp>
-#include <qel/core/internal/wrapping.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
-#include <qel/core/trait_image.hpp>
+#include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_table.hpp>
-
-#include <algorithm>
 
 namespace qel {
 
 namespace morpho {
 
 namespace tree {
-
-namespace internal {
-
-/// The sheet of `n` nodes: rows of 32768 sites, as many as are needed, without border. So the place of a node in the
-/// block of an image on the sheet is its number.
-struct node_sheet {
-  static constexpr unsigned ncols = 32768;
-
-  static box2d domain(unsigned n) {
-    const unsigned last = n - 1;
-    return {point2d(0, 0),
-            point2d(qel::internal::to_coord(last / ncols), qel::internal::to_coord(std::min(last, ncols - 1)))};
-  }
-
-  static point2d site(unsigned k) { return {qel::internal::to_coord(k / ncols), qel::internal::to_coord(k % ncols)}; }
-};
-
-}  // namespace internal
 
 /// The nodes of a tree of type T, each a site of the sheet.
 template <typename T>
@@ -55,16 +32,8 @@ class node_tree {
   using nodes_t = p_array<point2d>;
 
   /// The nodes of `tree`, which must outlive this object. \throws std::bad_alloc.
-  explicit node_tree(const T& tree)
-      : whole_(tree),
-        f_(internal::node_sheet::domain(nnodes()), 0),
-        parent_(internal::node_sheet::domain(nnodes()), 0) {
-    for (unsigned k = 0; k < nnodes(); ++k) {
-      f_.element(k) = tree.f()(table().canonical[k]);
-      parent_.element(k) = internal::node_sheet::site(table().parent[k]);
-    }
-    nodes_.vect_.reserve(nnodes());
-    for (const unsigned k : table().upward) nodes_.insert(internal::node_sheet::site(k));
+  explicit node_tree(const T& tree) : whole_(tree), f_(internal::node_sheet::domain(nnodes()), 0) {
+    for (unsigned k = 0; k < nnodes(); ++k) f_.element(k) = tree.f()(table().canonical[k]);
   }
 
   node_tree(const node_tree&) = delete;
@@ -75,23 +44,21 @@ class node_tree {
 
   const node_table<typename T::function>& table() const { return whole_.table(); }
 
-  unsigned nnodes() const { return static_cast<unsigned>(table().parent.size()); }
+  unsigned nnodes() const { return table().nnodes(); }
 
   /// The value of each node in the image.
   const function& f() const { return f_; }
 
   /// The nodes, each before its parent. The order differs from that of the whole tree's list.
-  const nodes_t& nodes() const { return nodes_; }
+  const nodes_t& nodes() const { return table().upward; }
 
-  const psite& parent(const psite& n) const { return parent_(n); }
+  const psite& parent(const psite& n) const { return table().parent[internal::node_sheet::number(n)]; }
 
-  bool is_root(const psite& n) const { return parent_(n) == n; }
+  bool is_root(const psite& n) const { return parent(n) == n; }
 
  private:
   const T& whole_;
   function f_;
-  typename trait::ch_value<function, psite>::ret parent_;
-  nodes_t nodes_;
 };
 
 }  // namespace tree

@@ -32,37 +32,57 @@ inline constexpr bool levels_are_values = std::is_integral_v<T> && sizeof(T) <= 
 template <typename T>
 using sweep_level_t = std::conditional_t<sizeof(T) == 1, unsigned short, unsigned>;
 
-/// Gives the sites of the domain their levels from 1 up, from the values. Returns the number of sites of each level.
+/// The waiting places of one level: those in [bottom, top) are taken.
+struct level_range {
+  unsigned bottom = 0;
+  unsigned top = 0;
+};
+
+/// Gives the sites of the domain their levels from 1 up, from the values. Returns the empty ranges of the levels, each
+/// with room for all sites of its level.
 template <typename I, typename L, typename S>
-std::vector<unsigned> set_sweep_levels(std::true_type, const I& f, const S&, const sweep_order& order, L& levels) {
+std::vector<level_range> set_sweep_levels(std::true_type, const I& f, const S&, const sweep_order& order, L& levels) {
   using value_t = typename I::value;
   using limits = std::numeric_limits<value_t>;
-  std::vector<unsigned> count(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
+  std::vector<level_range> ranges(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
   const int sign = order.increasing ? 1 : -1;
   const int before_first = (order.increasing ? limits::min() : -limits::max()) - 1;
   box_fwd_piter_<typename I::site> p(f.domain());
   for (p.start(); p.is_valid(); p.next()) {
     const auto level = static_cast<typename L::value>(sign * f(p) - before_first);
     levels(p) = level;
-    ++count[level];
+    ++ranges[level].top;
   }
-  return count;
+  unsigned first = 0;
+  for (level_range& range : ranges) {
+    const unsigned count = range.top;
+    range.bottom = range.top = first;
+    first += count;
+  }
+  return ranges;
 }
 
 /// The same by rank: the sites of one value stand together in `s`.
 template <typename I, typename L, typename S>
-std::vector<unsigned> set_sweep_levels(std::false_type, const I& f, const S& s, const sweep_order&, L& levels) {
-  std::vector<unsigned> count(1);
+std::vector<level_range> set_sweep_levels(std::false_type, const I& f, const S& s, const sweep_order&, L& levels) {
+  std::vector<level_range> ranges(1);
+  ranges.reserve(std::size_t{s.nsites()} + 1);
   const unsigned n = s.nsites();
+  // The walk jumps about in the image: what it needs soon is fetched from memory ahead of it.
+  constexpr unsigned ahead = 24;
   typename I::value last{};
   for (unsigned i = 0; i < n; ++i) {
+    if (n - i > ahead) {
+      __builtin_prefetch(&f(s[i + ahead]));
+      __builtin_prefetch(&levels(s[i + ahead]), 1);
+    }
     const auto& p = s[i];
-    if (i == 0 || f(p) != last) count.push_back(0);
-    last = f(p);
-    ++count.back();
-    levels(p) = static_cast<unsigned>(count.size()) - 1;
+    const typename I::value v = f(p);
+    if (i == 0 || v != last) ranges.push_back({i, i});
+    last = v;
+    levels(p) = static_cast<unsigned>(ranges.size()) - 1;
   }
-  return count;
+  return ranges;
 }
 
 }  // namespace internal

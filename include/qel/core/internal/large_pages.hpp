@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_CORE_INTERNAL_LARGE_PAGES_HPP
+#define QEL_CORE_INTERNAL_LARGE_PAGES_HPP
+
+// Large pages for large blocks.
+//
+// Fresh memory costs a page fault for each page at its first touch. With pages of 4 kB these are a quarter of the time
+// of a profile of an `int` image; with pages of 2 MB next to nothing. A system that gives large pages only when asked
+// (Linux, with transparent huge pages on "madvise", as Debian has it) is asked here. It is advice: where there are no
+// large pages nothing changes.
+
+#include <cstddef>
+#include <cstdint>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
+
+namespace qel {
+
+namespace internal {
+
+/// Asks for large pages within the `bytes` bytes from `first` on, none of which has been touched yet.
+inline void advise_large_pages([[maybe_unused]] void* first, [[maybe_unused]] std::size_t bytes) {
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
+  constexpr std::uintptr_t page = std::uintptr_t{2} << 20;
+  if (bytes < 2 * page) return;
+  // Only whole pages within the block; the distances are taken as numbers, the address from the block's own pointer.
+  const auto before = (page - reinterpret_cast<std::uintptr_t>(first) % page) % page;
+  const auto whole = (bytes - before) / page * page;
+  madvise(static_cast<unsigned char*>(first) + before, whole, MADV_HUGEPAGE);
+#endif
+}
+
+/// Room for `n` elements in the empty vector `v`, in large pages if it is large.
+template <typename V>
+void reserve_large(V& v, std::size_t n) {
+  v.reserve(n);
+  advise_large_pages(v.data(), v.capacity() * sizeof(typename V::value_type));
+}
+
+}  // namespace internal
+
+}  // namespace qel
+
+#endif  // QEL_CORE_INTERNAL_LARGE_PAGES_HPP
