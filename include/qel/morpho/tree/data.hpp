@@ -7,7 +7,6 @@
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/p_indexed_piter.hpp>
-#include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
@@ -92,7 +91,7 @@ class data {
     return leaves_;
   }
 
-  /// 1, since the domain of an image is connected.
+  /// 1 under every neighbourhood that connects the domain, as `c4()` and `c8()` do.
   unsigned nroots() const {
     nodes();
     return nroots_;
@@ -128,8 +127,10 @@ class data {
   void make_children() const {
     children_image_t children(f_.domain(), f_.border());
     std::vector<unsigned> count(table_.nnodes());
-    for (const point2d& parent : table_.parent) ++count[internal::node_sheet::number(parent)];
-    --count[table_.number(s_[0])];  // the root is its own parent, but not its own child
+    for (unsigned k = 0; k < count.size(); ++k) {
+      const unsigned parent = internal::node_sheet::number(table_.parent[k]);
+      if (parent != k) ++count[parent];
+    }
     for (unsigned k = 0; k < count.size(); ++k) children(table_.canonical[k]).vect_.reserve(count[k]);
     nodes_t leaves;
     for (const site& n : nodes().vect_) {

@@ -2,6 +2,7 @@
 #ifndef QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
 #define QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
 
+#include <qel/core/dpoint2d.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/fill.hpp>
@@ -26,12 +27,12 @@ namespace tree {
 
 namespace internal {
 
-/// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and a flood
-/// that goes from neighbour to neighbour reaches the whole domain.
+/// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
+/// the right and below are among them, so that a flood reaches every site.
 template <typename I, typename N>
 bool can_be_flooded(const I& f, const N& nbh) {
   const auto& win = nbh.win();
-  return win.delta() <= f.border() && win.is_symmetric() && win.has({0, 1}) && win.has({1, 0});
+  return win.delta() <= f.border() && win.is_symmetric() && win.has(dpoint2d(0, 1)) && win.has(dpoint2d(1, 0));
 }
 
 template <std::size_t n, typename I, typename W>

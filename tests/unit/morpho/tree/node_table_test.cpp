@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+
+// The flood against the plain form, union-find: whichever finds the nodes, it is the same tree.
+
+#include <qel/morpho/tree/node_table.hpp>
+
+#include <qel/morpho/tree/compute_node_table.hpp>
+#include <qel/morpho/tree/compute_parent_generic.hpp>
+#include <qel/morpho/tree/flooded_node_table.hpp>
+#include <qel/morpho/tree/node_sheet.hpp>
+
+#include <algorithm>
+
+#include "tests/unit/unit.hpp"
+
+namespace {
+
+using namespace unit;
+namespace tree = qel::morpho::tree;
+
+neighb2d neighbourhood(const std::vector<dpoint2d>& dps) {
+  neighb2d result;
+  for (const dpoint2d& dp : dps) result.win().insert(dp);
+  return result;
+}
+
+const neighb2d six = neighbourhood({{-1, 0}, {-1, 1}, {0, -1}, {0, 1}, {1, -1}, {1, 0}});
+const neighb2d far = neighbourhood({{-3, 2}, {-1, 0}, {0, -1}, {0, 1}, {1, 0}, {3, -2}});
+const neighb2d too_far = neighbourhood({{-4, 0}, {-1, 0}, {0, -1}, {0, 1}, {1, 0}, {4, 0}});
+const neighb2d one_sided = neighbourhood({{0, 1}, {1, 0}});
+const neighb2d along_rows = neighbourhood({{0, -1}, {0, 1}});
+
+/// All site arrays that a sweep may have: values and ties in either direction.
+template <typename T>
+std::vector<p_array2d> sweeps(const image2d<T>& f) {
+  const auto less = [&](bool value_up, bool ties_up) {
+    sites s = walk(box2d::fwd_piter(f.domain()));
+    if (!ties_up) std::reverse(s.begin(), s.end());
+    std::stable_sort(s.begin(), s.end(), [&](auto& p, auto& q) { return value_up ? f(p) < f(q) : f(q) < f(p); });
+    return p_array2d(s);
+  };
+  return {less(true, true), less(true, false), less(false, true), less(false, false)};
+}
+
+template <typename I>
+void expect_consistent(const tree::node_table<I>& table) {
+  std::vector<bool> done(table.nnodes());
+  ASSERT_EQ(table.upward.nsites(), table.nnodes());
+  ASSERT_EQ(table.parent.size(), table.nnodes());
+  for (const point2d& n : table.upward.vect_) {
+    const unsigned k = tree::internal::node_sheet::number(n);
+    const unsigned parent = tree::internal::node_sheet::number(table.parent[k]);
+    EXPECT_EQ(table.number(table.canonical[k]), k);
+    EXPECT_FALSE(done[k] || done[parent]);
+    done[k] = true;
+  }
+}
+
+template <typename T>
+class node_table : public ::testing::Test {};
+TYPED_TEST_SUITE(node_table, support::value_types, support::value_type_names);
+
+TYPED_TEST(node_table, of_a_flood_is_that_of_union_find_for_every_sweep_and_neighbourhood) {
+  for_random_images<TypeParam>([](const image2d<TypeParam>& f, auto&) {
+    for (const p_array2d& s : sweeps(f))
+      for (const neighb2d* nbh : {&c4(), &c8(), &six, &far, &too_far, &one_sided, &along_rows}) {
+        const auto parent = tree::impl::generic::compute_parent(f, *nbh, s);
+        const auto table = tree::compute_node_table(f, *nbh, s);
+        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)), values(parent)) << nbh->size() << " neighbours";
+        if (tree::internal::can_be_flooded(f, *nbh)) expect_consistent(table);
+        EXPECT_EQ(values(tree::internal::parent_image_of(f, tree::internal::node_table_of(f, s, parent))),
+                  values(parent));
+      }
+  });
+}
+
+TEST(can_be_flooded, asks_for_a_symmetric_connecting_window_within_the_border) {
+  const image2d<int> wide(box2d({0, 0}, {1, 1})), bare(box2d({0, 0}, {1, 1}), 0);
+  const auto can = [](const auto& f, const neighb2d& nbh) { return tree::internal::can_be_flooded(f, nbh); };
+  EXPECT_TRUE(can(wide, c4()) && can(wide, c8()) && can(wide, six) && can(wide, far));
+  EXPECT_FALSE(can(wide, too_far) || can(wide, one_sided) || can(wide, along_rows) || can(wide, neighb2d()));
+  EXPECT_FALSE(can(bare, c4()) || can(bare, c8()));
+}
+
+// The flood has a component open for each level, and no recursion.
+TEST(node_table, of_a_serpentine_ramp_is_a_chain_of_a_million_nodes) {
+  image2d<int> f(box2d({0, 0}, {999, 999}));
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain())))
+    f(p) = p.row() * 1000 + (p.row() % 2 == 0 ? p.col() : 999 - p.col());
+  const auto s = qel::data::sort_psites_increasing(f);
+  const auto parent = tree::internal::parent_image_of(f, tree::compute_node_table(f, c4(), s));
+  for (unsigned i = 0; i < s.nsites(); ++i) ASSERT_EQ(parent(s[i]), s[i == 0 ? 0 : i - 1]);
+}
+
+TEST(node_sheet, numbers_and_sites_lead_to_each_other) {
+  using sheet = tree::internal::node_sheet;
+  for (const unsigned n : {1u, 2u, 32768u, 32769u, 1073676289u}) {
+    EXPECT_EQ(sheet::number(sheet::site(n - 1)), n - 1);
+    EXPECT_TRUE(sheet::domain(n).has(sheet::site(n - 1)));
+    EXPECT_GE(sheet::domain(n).nsites(), n);
+    EXPECT_LT(sheet::domain(n).nsites() - n, 32768u);
+  }
+}
+
+}  // namespace
