@@ -5,7 +5,7 @@
 // A set of small integers with a fast search for the greatest member: one bit for each integer, and summary layers
 // with one bit for each word below.
 //
-// Cost: an insertion, a removal or a search touches one word in each layer, and usually one layer only (a layer
+// Cost: an insertion touches a word of each layer, a removal or a search mostly a word of one layer only (a layer
 // divides the range by 64: two layers for 256 integers, three for 65,536, four for 16 million). Memory: little over n
 // / 8 bytes.
 
@@ -35,10 +35,10 @@ class priority_bits {
   }
 
   void insert(unsigned k) {
-    std::uint64_t& word = words_[k / 64];
-    const bool known_above = word != 0;
-    word |= bit(k);
-    if (!known_above) insert_above(k / 64);
+    for (const std::size_t first : first_word_) {
+      words_[first + k / 64] |= bit(k);
+      k /= 64;
+    }
   }
 
   void erase(unsigned k) {
@@ -63,17 +63,6 @@ class priority_bits {
  private:
   static std::uint64_t bit(unsigned k) { return std::uint64_t{1} << (k % 64); }
   static unsigned top(std::uint64_t word) { return 63u - static_cast<unsigned>(__builtin_clzll(word)); }
-
-  /// Tells the summary layers that word `k` of the lowest layer has a member now.
-  void insert_above(unsigned k) {
-    for (std::size_t layer = 1; layer < first_word_.size(); ++layer) {
-      std::uint64_t& word = words_[first_word_[layer] + k / 64];
-      const bool known_above = word != 0;
-      word |= bit(k);
-      if (known_above) return;
-      k /= 64;
-    }
-  }
 
   /// From bit `k` of a layer down to the greatest member that it stands for.
   unsigned descend(std::size_t layer, unsigned k) const {

@@ -82,8 +82,13 @@ struct open_component {
   unsigned level;
   unsigned number;     ///< of its node
   unsigned canonical;  ///< the best candidate so far, as a place in the block
-  unsigned site;       ///< where the flood has left it, and
-  unsigned neighbour;  ///< at which neighbour of that site it goes on
+};
+
+/// An open component that the flood has left for one inside, and where it goes on when it is back.
+struct left_component {
+  open_component component;
+  unsigned site;
+  unsigned neighbour;
 };
 
 /// The nodes that a flood finds, by number.
@@ -102,6 +107,11 @@ struct flooded_nodes {
     return number;
   }
 
+  void close(unsigned number, unsigned canonical_place) {
+    canonical[number] = canonical_place;
+    upward.push_back(node_sheet::site(number));
+  }
+
   std::vector<unsigned> canonical;  ///< the place in the block of each node's canonical site
   std::vector<point2d> parent;
   std::vector<point2d> upward;
@@ -111,24 +121,23 @@ struct flooded_nodes {
 ///
 /// \param level     at each place, the level of its site; all are 0 in the end.
 /// \param start     a place of the lowest level.
-/// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood. \param last_ties
-/// whether the canonical site of a node is its last one in the block, not the first. \param number    receives at
-/// each place the number of its site's node.
+/// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood.
+/// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
+/// \param numbers   receives the number of each site's node; its block is laid out like that of the levels.
 template <typename L, typename Around>
 flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ties, level_queues& waiting,
                     image2d<unsigned>& numbers) {
   const auto n = static_cast<unsigned>(around.size());
-  // The least of these is sought: places turned round for the last one.
+  // The least canonical place is sought: places are turned round where it is the last one.
   const unsigned turn = last_ties ? ~0u : 0u;
-  flooded_nodes nodes(numbers.domain().nsites());
   unsigned* const number = numbers.buffer();
-  std::vector<open_component> left(1, open_component{0, 0, 0, 0, 0});  // level 0 is below the root
+  flooded_nodes nodes(numbers.domain().nsites());
+  const auto entered = [&](unsigned l) { return open_component{l, nodes.add(), ~0u}; };
 
+  std::vector<left_component> left(1, left_component{{0, 0, 0}, 0, 0});  // below the root
+  open_component now = entered(level[start]);
   unsigned here = start;
   unsigned next = 0;
-  unsigned now_level = level[start];
-  unsigned now_number = nodes.add();
-  unsigned now_canonical = ~0u;
   level[start] = 0;
   for (;;) {
     while (next < n) {
@@ -136,49 +145,42 @@ flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ti
       const unsigned l = level[there];
       if (l == 0) continue;
       level[there] = 0;
-      if (l <= now_level) {
+      if (l <= now.level) {
         waiting.push(l, there);
         continue;
       }
-      left.push_back({now_level, now_number, now_canonical, here, next});
-      now_level = l;
-      now_number = nodes.add();
-      now_canonical = ~0u;
+      left.push_back({now, here, next});
+      now = entered(l);
       here = there;
       next = 0;
     }
-    number[here] = now_number;
-    now_canonical = std::min(now_canonical, here ^ turn);
+
+    number[here] = now.number;
+    now.canonical = std::min(now.canonical, here ^ turn);
     next = 0;
-    if (!waiting.is_empty(now_level)) {
-      here = waiting.pop(now_level);
-      const unsigned soon = waiting.peek(now_level);
+    if (!waiting.is_empty(now.level)) {
+      here = waiting.pop(now.level);
+      const unsigned soon = waiting.peek(now.level);
       __builtin_prefetch(level + soon);
       __builtin_prefetch(level + soon + around[0]);
       __builtin_prefetch(level + soon + around[n - 1]);
       continue;
     }
 
-    const unsigned full = now_number;
-    nodes.canonical[full] = now_canonical ^ turn;
-    nodes.upward.push_back(node_sheet::site(full));
-    const unsigned below = waiting.next_below(now_level);
-    if (below > left.back().level) {
-      now_level = below;
-      now_number = nodes.add();
-      now_canonical = ~0u;
+    const unsigned full = now.number;
+    nodes.close(full, now.canonical ^ turn);
+    const unsigned below = waiting.next_below(now.level);
+    if (below > left.back().component.level) {
+      now = entered(below);
       here = waiting.pop(below);
     } else {
-      const open_component& back = left.back();
-      now_level = back.level;
-      now_number = back.number;
-      now_canonical = back.canonical;
-      here = back.site;
-      next = back.neighbour;
+      if (left.size() == 1) return nodes;
+      now = left.back().component;
+      here = left.back().site;
+      next = left.back().neighbour;
       left.pop_back();
-      if (left.empty()) return nodes;
     }
-    nodes.parent[full] = node_sheet::site(now_number);
+    nodes.parent[full] = node_sheet::site(now.number);
   }
 }
 
