@@ -12,7 +12,7 @@
 #include <functional>
 #include <iomanip>
 #include <limits>
-#include <sstream>
+#include <ostream>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -186,9 +186,9 @@ TYPED_TEST(profile_oracle, small_images_agree_in_every_plane) {
   }
 }
 
-// Large enough for the sums of squared coordinates, and of squared 8-bit values, to leave the 24 bits of a `float`: from
-// there on the order of the sums shows. The greatest coordinates belong to high values, then to low ones, so that they
-// weigh in the components of either tree.
+// Large enough for the sums of squared coordinates, and of squared 8-bit values, to leave the 24 bits of a `float`:
+// from there on the order of the sums shows. The greatest coordinates belong to high values, then to low ones, so that
+// they weigh in the components of either tree.
 TYPED_TEST(profile_oracle, larger_images_whose_sums_round_agree_in_every_plane) {
   const std::vector<std::pair<std::size_t, std::size_t>> shapes = {{1, 500}, {500, 1}, {2, 300}, {24, 28}};
   for (std::uint64_t seed = 1000; seed < 1008 && !this->HasFatalFailure(); ++seed) {

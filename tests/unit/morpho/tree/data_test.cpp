@@ -127,19 +127,11 @@ struct shuffled : qel::Neighborhood<shuffled> {
   support::random_engine& engine;
 };
 
-// Besides c4 and c8: neighbourhoods that go one way, reach over the border, or leave the domain in pieces.
-TYPED_TEST(component_tree, does_not_depend_on_the_way_it_is_found_nor_on_the_order_of_neighbours) {
-  neighb2d up_left, wide, rows;
-  for (const dpoint2d& dp : {dpoint2d(-1, 0), dpoint2d(0, -1)}) up_left.win().insert(dp);
-  for (const dpoint2d& dp : {dpoint2d(0, 1), dpoint2d(0, -1), dpoint2d(4, 0), dpoint2d(-4, 0)}) wide.win().insert(dp);
-  for (const dpoint2d& dp : {dpoint2d(0, 1), dpoint2d(0, -1)}) rows.win().insert(dp);
-  for_random_trees<TypeParam>([&](const auto& t, bool, const neighb2d& nbh, auto& engine) {
-    image2d<TypeParam> bare(t.f().domain(), 0);
-    qel::data::fill(bare, t.f());
-    EXPECT_EQ(values(tree::compute_parent(bare, nbh, t.domain())), values(t.parent_image()));
-    for (const neighb2d& any : {nbh, up_left, wide, rows})
-      EXPECT_EQ(values(tree::compute_parent(t.f(), any, t.domain())),
-                values(tree::compute_parent(t.f(), shuffled(any, engine), t.domain())));
+TEST(compute_parent, does_not_depend_on_the_order_of_the_neighbours) {
+  for_random_trees<short>([](const auto& t, bool, const neighb2d& nbh, auto& engine) {
+    const auto parent = tree::impl::generic::compute_parent(t.f(), shuffled(nbh, engine), t.domain());
+    EXPECT_EQ(values(parent), values(t.parent_image()));
+    EXPECT_EQ(values(tree::compute_parent(t.f(), shuffled(nbh, engine), t.domain())), values(parent));
   });
 }
 
