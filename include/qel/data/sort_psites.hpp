@@ -73,7 +73,8 @@ p_array2d comparison_sorted_psites(const I& ima, Order order) {
 template <typename I>
 p_array2d sort_psites_increasing_(trait::image::quant::high, const Image<I>& ima) {
   const I& exact_ima = qel::internal::force_exact<I>(ima);
-  if constexpr (std::is_integral_v<typename I::value>)
+  using value_t = typename I::value;
+  if constexpr (std::is_integral_v<value_t> && !std::is_same_v<value_t, bool>)
     return radix_sorted_psites(exact_ima);
   else
     return comparison_sorted_psites(exact_ima, value_psite_less_<I>(exact_ima));

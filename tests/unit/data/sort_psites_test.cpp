@@ -51,4 +51,16 @@ TEST(sort_psites, honours_the_sign_of_64_bit_values) {
   EXPECT_EQ(sort_psites_increasing(as_signed).vect_, (sites{{0, 0}, {0, 1}}));
 }
 
+TEST(sort_psites, compares_values_that_are_no_integers) {
+  image2d<float> reals(box2d({0, 0}, {0, 2}));
+  reals({0, 0}) = reals({0, 1}) = 0.5f;
+  reals({0, 2}) = -1.5f;
+  EXPECT_EQ(sort_psites_increasing(reals).vect_, (sites{{0, 2}, {0, 0}, {0, 1}}));
+  EXPECT_EQ(sort_psites_decreasing(reals).vect_, (sites{{0, 1}, {0, 0}, {0, 2}}));
+  image2d<bool> truths(box2d({0, 0}, {0, 1}));
+  truths({0, 0}) = true;
+  truths({0, 1}) = false;
+  EXPECT_EQ(sort_psites_increasing(truths).vect_, (sites{{0, 1}, {0, 0}}));
+}
+
 }  // namespace
