@@ -144,8 +144,7 @@ sample in_child(Work work) {
 template <typename T>
 void floor_of(const loaded_picture& image, std::size_t planes) {
   const picture& p = image.columns;
-  volatile std::uint32_t used =
-      run_floor(reinterpret_cast<const T*>(image.rows.data()), p.rows, p.cols, planes);
+  volatile std::uint32_t used = run_floor(reinterpret_cast<const T*>(image.rows.data()), p.rows, p.cols, planes);
   static_cast<void>(used);
 }
 
@@ -194,8 +193,7 @@ void run(std::vector<call_case> cases, const std::string& save) {
     }
   for (const call_case& c : cases)
     std::cout << "{\"case\": \"" << c.name << "\", \"sites\": " << pictures.at(c.path).columns.sites()
-              << ", \"call_ms\": " << json(c.calls, &sample::ms)
-              << ", \"floor_ms\": " << json(c.floors, &sample::ms)
+              << ", \"call_ms\": " << json(c.calls, &sample::ms) << ", \"floor_ms\": " << json(c.floors, &sample::ms)
               << ", \"page_faults\": " << json(c.calls, &sample::page_faults)
               << ", \"peak_bytes\": " << json(c.calls, &sample::peak_bytes) << "}" << std::endl;
 }

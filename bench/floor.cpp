@@ -87,8 +87,7 @@ positions sorted_positions(const T* image, std::size_t count, bool decreasing) {
     half_sorted[place[low(image[i])]++] = {image[i], static_cast<std::uint32_t>(i)};
   const digit high = digits.back();
   place = places(image, count, high, decreasing);
-  for (std::size_t i = 0; i < count; ++i)
-    sorted[place[high(half_sorted[i].value)]++] = half_sorted[i].position;
+  for (std::size_t i = 0; i < count; ++i) sorted[place[high(half_sorted[i].value)]++] = half_sorted[i].position;
   return sorted;
 }
 
@@ -114,8 +113,7 @@ struct square {
       const square old = *this;
       for (std::size_t i = 0; i < side / 2; ++i) {
         line[2 * i] = interleave<0>(old.line[i], old.line[i + side / 2], std::make_index_sequence<side>());
-        line[2 * i + 1] =
-            interleave<side / 2>(old.line[i], old.line[i + side / 2], std::make_index_sequence<side>());
+        line[2 * i + 1] = interleave<side / 2>(old.line[i], old.line[i + side / 2], std::make_index_sequence<side>());
       }
     }
   }
@@ -143,8 +141,7 @@ void write_transposed(const T* image, std::size_t rows, std::size_t cols, T* res
           values.transpose();
           values.store(tile + j * line + i, line);
         }
-      for (std::size_t j = 0; j < line; ++j)
-        std::memcpy(result + (col + j) * rows + row, tile + j * line, 64);
+      for (std::size_t j = 0; j < line; ++j) std::memcpy(result + (col + j) * rows + row, tile + j * line, 64);
     }
 }
 

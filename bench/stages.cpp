@@ -124,8 +124,7 @@ void add_stages(const std::string& path, const std::string& prefix, bool decreas
   add("rule/max", [](auto& s) { return filter::max(s.tree, s.filtered, s.keep()), 0; });
   add("rule/direct", [](auto& s) { return filter::direct(s.tree, s.filtered, s.keep()), 0; });
   add("rule/sub", [](auto& s) { return filter::sub(s.tree, s.filtered, s.keep()), 0; });
-  add("completion",
-      [](auto& s) { return qel::morpho::tree::propagate_representative(s.tree, s.filtered), 0; });
+  add("completion", [](auto& s) { return qel::morpho::tree::propagate_representative(s.tree, s.filtered), 0; });
   add("export", [](auto& s) { return qel_image2mxPtr(s.filtered, s.plane.data()), 0; });
 }
 

@@ -11,6 +11,8 @@
 #include <qel/morpho/attribute/diagonal.hpp>
 #include <qel/morpho/attribute/inertia.hpp>
 
+#include <algorithm>
+#include <initializer_list>
 #include <string>
 #include <tuple>
 
@@ -27,7 +29,10 @@ struct attribute {
   const char* default_rule;  ///< the rule of a call that gives none
 
   /// Names are compared exactly, case included.
-  bool is_called(const std::string& text) const { return text == short_name || text == name; }
+  bool is_called(const std::string& text) const {
+    const auto names = {short_name, name};
+    return std::find(names.begin(), names.end(), text) != names.end();
+  }
 };
 
 /// The attributes of images of type I. Area and diagonal never shrink from a node to its parent, so that the

@@ -41,11 +41,11 @@ void write_class(std::ostream& out, support::random_engine& engine) {
   for (const auto& [attribute, values] : thresholds)
     for (const double connectivity : {4.0, 8.0})
       for (const std::string rule : {"min", "max", "direct", "sub"}) {
-        const mxArray* const planes = test_host::call(
-            {input, test_host::text(attribute), test_host::matrix<double>(1, values.size(), values),
-             test_host::matrix<double>(1, 1, {connectivity}), test_host::text(rule)});
-        write<T>(out, "planes_" + class_name + '_' + attribute + (connectivity == 4 ? "_4_" : "_8_") + rule,
-                 type, planes);
+        const mxArray* const planes =
+            test_host::call({input, test_host::text(attribute), test_host::matrix<double>(1, values.size(), values),
+                             test_host::matrix<double>(1, 1, {connectivity}), test_host::text(rule)});
+        write<T>(out, "planes_" + class_name + '_' + attribute + (connectivity == 4 ? "_4_" : "_8_") + rule, type,
+                 planes);
       }
   test_host::reset();
 }
@@ -66,8 +66,7 @@ int main(int argc, char** argv) {
   std::ofstream out(argv[1]);
   out.precision(std::numeric_limits<double>::max_digits10);
   for (const auto& [attribute, values] : thresholds)
-    write<double>(out, "thresholds_" + attribute, "matrix",
-                  test_host::matrix<double>(1, values.size(), values));
+    write<double>(out, "thresholds_" + attribute, "matrix", test_host::matrix<double>(1, values.size(), values));
   write_classes(out, support::value_types{});
   return out.flush() ? 0 : 1;
 }
