@@ -210,6 +210,7 @@ int main(int argc, char* argv[]) {
   }
   try {
     std::vector<bench::call_case> cases;
+    cases.reserve(args.size());
     for (const std::string& arg : args) cases.push_back(bench::parse_case(arg));
     bench::run(std::move(cases), save);
   } catch (const std::exception& e) {

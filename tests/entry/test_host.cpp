@@ -134,6 +134,7 @@ int mexPrintf(const char* format, ...) {
   char line[512];
   std::va_list arguments;
   va_start(arguments, format);
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): clang 14 does not see va_start of this platform
   const int length = std::vsnprintf(line, sizeof line, format, arguments);
   va_end(arguments);
   printed += line;
@@ -152,8 +153,9 @@ char* mxArrayToString(const mxArray* array) {
 mxArray* mxCreateNumericArray_700(std::int32_t dimension_count, const std::int32_t* dimensions, mxClassID class_id,
                                   std::int32_t complexity) {
   if (complexity != 0) throw std::invalid_argument("test_host: complex output");
-  std::vector<std::size_t> dims;
-  for (std::int32_t i = 0; i < dimension_count; ++i) dims.push_back(static_cast<std::uint32_t>(dimensions[i]));
+  std::vector<std::size_t> dims(static_cast<std::size_t>(dimension_count));
+  std::transform(dimensions, dimensions + dimension_count, dims.begin(),
+                 [](std::int32_t length) { return static_cast<std::uint32_t>(length); });
   return new_array(class_id, std::move(dims), test_host::unwritten);
 }
 

@@ -76,7 +76,8 @@ TEST(trace, tells_the_seconds_when_the_clock_has_moved) {
   trace::entering("a");
   trace::start_times.top() = std::clock() - 3 * 1000000;
   trace::exiting("a");
-  EXPECT_EQ(std::stod(capture.output().substr(7)), 3.0) << capture.output();
+  // Some processor time passes in between.
+  EXPECT_NEAR(std::stod(capture.output().substr(7)), 3.0, 0.5) << capture.output();
   EXPECT_EQ(capture.outline(), "a {} \n");
 }
 
