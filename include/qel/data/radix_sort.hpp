@@ -16,6 +16,7 @@
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <type_traits>
 #include <utility>
@@ -45,6 +46,9 @@ struct radix_digit {
 
   unsigned of(U key) const { return static_cast<unsigned>(key >> shift) & (size - 1); }
   unsigned take_place(U key) { return places[of(key)]++; }
+
+  /// Whether all `n` keys counted have the same digit here.
+  bool is_constant(std::size_t n) const { return std::find(places.begin(), places.end(), n) != places.end(); }
 
   void counts_to_places() {
     unsigned next = 0;
@@ -76,7 +80,8 @@ std::pair<typename I::value, typename I::value> value_range(const I& ima) {
   return range;
 }
 
-/// The digits of keys up to `greatest`, the lowest first, with the places for the keys of `ima`.
+/// The digits in which the keys of `ima`, all up to `greatest`, differ, the lowest first, with the places for the keys.
+/// One digit for a constant image.
 template <typename U, typename I>
 std::vector<radix_digit<U>> radix_digits(const I& ima, typename I::value least, U greatest) {
   std::vector<radix_digit<U>> digits;
@@ -86,6 +91,9 @@ std::vector<radix_digit<U>> radix_digits(const I& ima, typename I::value least, 
   for_each_key(ima, least, [&](U key, const point2d&) {
     for (auto& digit : digits) ++digit.places[digit.of(key)];
   });
+  const std::size_t n = ima.domain().nsites();
+  const auto constant = [n](const auto& digit) { return digit.is_constant(n); };
+  if (digits.size() > 1) digits.erase(std::remove_if(digits.begin(), digits.end(), constant), digits.end());
   for (auto& digit : digits) digit.counts_to_places();
   return digits;
 }

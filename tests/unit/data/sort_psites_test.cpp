@@ -51,6 +51,13 @@ TEST(sort_psites, honours_the_sign_of_64_bit_values) {
   EXPECT_EQ(sort_psites_increasing(as_signed).vect_, (sites{{0, 0}, {0, 1}}));
 }
 
+// The digits between the lowest and the highest bits are the same in all values.
+TEST(sort_psites, passes_over_constant_digits) {
+  const long high = 1L << 62;
+  const auto ima = image<long>({1, 4, {high + 3, 5, high, 3}});
+  EXPECT_EQ(sort_psites_increasing(ima).vect_, (sites{{0, 3}, {0, 1}, {0, 2}, {0, 0}}));
+}
+
 TEST(sort_psites, compares_values_that_are_no_integers) {
   image2d<float> reals(box2d({0, 0}, {0, 2}));
   reals({0, 0}) = reals({0, 1}) = 0.5f;

@@ -5,9 +5,9 @@
 // A set of small integers with a fast search for the greatest member: one bit for each integer, and summary layers
 // with one bit for each word below.
 //
-// Cost: an insertion touches a word of each layer, a removal or a search mostly a word of one layer only (a layer
-// divides the range by 64: two layers for 256 integers, three for 65,536, four for 16 million). Memory: little over n
-// / 8 bytes.
+// Cost: an insertion touches a word of each layer, a removal or a search mostly a word of the lowest one only. A layer
+// divides the range by 64: two layers for 256 integers, three for 65,536, four for 16 million. Memory: a little over
+// n / 8 bytes.
 
 #include <cstddef>
 #include <cstdint>
