@@ -140,7 +140,7 @@ def main(build, pictures, results, side, *sides):
     print_table("Whole calls, medians", head, [[row[key] for key in head] for row in calls.rows])
     print(f"\nscikit-image: {peer['ms']:.0f} ms, same planes: {peer['same_planes']}")
     columns = list(stages["sort"])
-    print_table(f"Stages at {side} x {side}, ns a site; `tree` includes `parents`", ["stage", *columns],
+    print_table(f"Stages at {side} x {side}, ns a site", ["stage", *columns],
                 [[stage, *(row[c] for c in columns)] for stage, row in stages.items()])
     (results / "results.json").write_text(json.dumps(
         {"machine": f"{platform.processor()} {platform.platform()}", "side": int(side), "figures": figures,

@@ -2,9 +2,9 @@
 //
 //   bench_stages PICTURE_FOLDER SIDE [Google Benchmark's options]
 //
-// Times each stage of a profile by itself on the mosaics of SIDE x SIDE pixels: where a whole call spends its
-// time. Names are CLASS/TREE/STAGE, the counter `per_site` is the time for one pixel, and `tree` includes
-// `parents`.
+// Times each stage of a profile by itself on the mosaics of SIDE x SIDE pixels: where a whole call spends its time.
+// Names are CLASS/TREE/STAGE, and the counter `per_site` is the time for one pixel. `completion` writes a plane from the
+// values of the nodes, `export` one from an image; `parents` is `tree` with the parent image, which a call does without.
 
 #include "bench/picture.hpp"
 #include "entry/array_bridge.hpp"
@@ -27,7 +27,7 @@
 #include <qel/morpho/tree/filter/max.hpp>
 #include <qel/morpho/tree/filter/min.hpp>
 #include <qel/morpho/tree/filter/sub.hpp>
-#include <qel/morpho/tree/propagate_representative.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
@@ -49,13 +49,15 @@ qel::p_array2d sorted_sites(const qel::image2d<T>& image, bool decreasing) {
 template <typename T>
 struct subject {
   using image_type = qel::image2d<T>;
+  using tree_type = qel::morpho::tree::data<image_type, qel::p_array2d>;
   using area_type = qel::morpho::attribute::card<image_type>;
 
   const mxArray* array;
   image_type image;
   bool decreasing;
   qel::p_array2d sites;
-  qel::morpho::tree::data<image_type, qel::p_array2d> tree;
+  tree_type tree;
+  qel::morpho::tree::node_tree<tree_type> nodes;
   qel::image2d<unsigned> area;
   image_type filtered;
   std::vector<T> plane;
@@ -66,8 +68,9 @@ struct subject {
         decreasing(decreasing_),
         sites(sorted_sites(image, decreasing)),
         tree(image, sites, qel::c4()),
-        area(qel::morpho::tree::compute_attribute_image(area_type(), tree)),
-        filtered(qel::duplicate(image)),
+        nodes(tree),
+        area(qel::morpho::tree::compute_attribute_image(area_type(), nodes)),
+        filtered(qel::duplicate(nodes.f())),
         plane(image.domain().nsites()) {}
 
   auto keep() const { return qel::pw::value_(area) >= qel::pw::cst_(1000u); }
@@ -87,7 +90,7 @@ subject<T>& get_subject(const std::string& path, bool decreasing) {
 }
 
 template <typename A>
-constexpr auto attribute_of = [](auto& s) { return qel::morpho::tree::compute_attribute_image(A(), s.tree); };
+constexpr auto attribute_of = [](auto& s) { return qel::morpho::tree::compute_attribute_image(A(), s.nodes); };
 
 /// Registers a benchmark of each stage; each gives something that depends on all that it has done.
 template <typename T>
@@ -113,19 +116,21 @@ void add_stages(const std::string& path, const std::string& prefix, bool decreas
   add("import", [](auto& s) { return mxArray2qel_image<T, T>(s.array); });
   add("sort", [](auto& s) { return sorted_sites(s.image, s.decreasing); });
   add("parents", [](auto& s) { return qel::morpho::tree::compute_parent(s.image, qel::c4(), s.sites); });
-  add("tree", [](auto& s) { return decltype(s.tree)(s.image, s.sites, qel::c4()).nroots(); });
+  add("tree", [](auto& s) { return decltype(s.tree)(s.image, s.sites, qel::c4()).table().nnodes(); });
+  add("nodes", [](auto& s) { return decltype(s.nodes)(s.tree).nnodes(); });
   add("attribute/area", attribute_of<attribute::card<image_type>>);
   add("attribute/diagonal", attribute_of<attribute::diagonal<image_type>>);
   add("attribute/inertia", attribute_of<attribute::inertia<image_type>>);
   add("attribute/std", attribute_of<attribute::deviation<image_type, float, float>>);
-  add("copy", [](auto& s) { return qel::duplicate(s.image); });
+  add("copy", [](auto& s) { return qel::duplicate(s.nodes.f()); });
   // A rule's cost does not depend on the values that it changes, so it may work on its own result.
-  add("rule/min", [](auto& s) { return filter::min(s.tree, s.filtered, s.keep()), 0; });
-  add("rule/max", [](auto& s) { return filter::max(s.tree, s.filtered, s.keep()), 0; });
-  add("rule/direct", [](auto& s) { return filter::direct(s.tree, s.filtered, s.keep()), 0; });
-  add("rule/sub", [](auto& s) { return filter::sub(s.tree, s.filtered, s.keep()), 0; });
-  add("completion", [](auto& s) { return qel::morpho::tree::propagate_representative(s.tree, s.filtered), 0; });
-  add("export", [](auto& s) { return qel_image2mxPtr(s.filtered, s.plane.data()), 0; });
+  add("rule/min", [](auto& s) { return filter::min(s.nodes, s.filtered, s.keep()), 0; });
+  add("rule/max", [](auto& s) { return filter::max(s.nodes, s.filtered, s.keep()), 0; });
+  add("rule/direct", [](auto& s) { return filter::direct(s.nodes, s.filtered, s.keep()), 0; });
+  add("rule/sub", [](auto& s) { return filter::sub(s.nodes, s.filtered, s.keep()), 0; });
+  add("completion",
+      [](auto& s) { return write_plane_by_number(s.tree.table().number, s.filtered.buffer(), s.plane.data()), 0; });
+  add("export", [](auto& s) { return qel_image2mxPtr(s.image, s.plane.data()), 0; });
 }
 
 template <typename T>
