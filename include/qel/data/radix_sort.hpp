@@ -112,8 +112,7 @@ p_array2d radix_sorted_psites(const I& ima) {
   auto digits = internal::radix_digits<key_t>(ima, least, span);
   const std::size_t n = ima.domain().nsites();
   p_array2d result;
-  qel::internal::reserve_large(result.vect_, n);
-  result.vect_.resize(n);
+  qel::internal::resize_large(result.vect_, n);
 
   if (digits.size() == 1) {
     internal::for_each_key(ima, least,
@@ -121,13 +120,11 @@ p_array2d radix_sorted_psites(const I& ima) {
     return result;
   }
   std::vector<keyed_t> from;
-  qel::internal::reserve_large(from, n);
-  from.resize(n);
+  qel::internal::resize_large(from, n);
   internal::for_each_key(ima, least, [&](key_t key, const point2d& p) { from[digits[0].take_place(key)] = {key, p}; });
   if (digits.size() > 2) {
     std::vector<keyed_t> to;
-    qel::internal::reserve_large(to, n);
-    to.resize(n);
+    qel::internal::resize_large(to, n);
     for (std::size_t d = 1; d + 1 < digits.size(); ++d) {
       for (const keyed_t& k : from) to[digits[d].take_place(k.key)] = k;
       from.swap(to);

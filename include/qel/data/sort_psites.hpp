@@ -34,10 +34,8 @@ namespace impl {
 template <typename I>
 p_array2d place_psites_(const I& ima, std::vector<unsigned> loc) {
   const auto& vset = ima.values_space();
-  const unsigned n = geom::nsites(ima);
   std::vector<point2d> vec;
-  qel::internal::reserve_large(vec, n);
-  vec.resize(n);
+  qel::internal::resize_large(vec, geom::nsites(ima));
   box2d::fwd_piter p(ima.domain());
   for (p.start(); p.is_valid(); p.next()) vec[loc[vset.index_of(ima(p))]++] = p;
   return p_array2d(std::move(vec));

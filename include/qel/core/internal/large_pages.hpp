@@ -39,6 +39,13 @@ void reserve_large(V& v, std::size_t n) {
   advise_large_pages(v.data(), v.capacity() * sizeof(typename V::value_type));
 }
 
+/// Gives the empty vector `v` the size `n`, in large pages if it is large.
+template <typename V>
+void resize_large(V& v, std::size_t n) {
+  reserve_large(v, n);
+  v.resize(n);
+}
+
 }  // namespace internal
 
 }  // namespace qel

@@ -15,8 +15,6 @@
 #include <qel/morpho/tree/piter.hpp>
 #include <qel/morpho/tree/take_as_init.hpp>
 
-#include <algorithm>
-
 namespace qel {
 
 namespace morpho {

@@ -24,7 +24,6 @@ namespace tree {
 template <typename T>
 class node_tree {
  public:
-  using whole_tree = T;
   using function = typename T::function;
   using site = point2d;
   using psite = point2d;
