@@ -6,6 +6,7 @@ namespace qel {
 
 namespace trait {
 
+/// What algorithms ask of an accumulator type.
 namespace accumulator {
 
 /// What an accumulator wants to see of a site of an image.

@@ -4,6 +4,7 @@
 
 namespace qel {
 
+/// Sites around the domain of an image, in its block of values but without image data.
 namespace border {
 
 /// Border, in sites on each side, of every image made without a border of its own.

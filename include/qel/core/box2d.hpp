@@ -19,23 +19,35 @@ struct box_runstart_piter;
 /// Validity is decided in row-major order, not for each axis: the columns count only when the rows are equal.
 /// A box with rows in order and columns the wrong way round is valid, has a wrapped length and contains no
 /// site.
+///
+/// The coordinates of the corners are also had as `pmin_row()`, `pmin_col()`, `pmax_row()` and `pmax_col()`; lengths
+/// and number of sites come from `Box`.
 template <typename P>
 struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
+  /// A site of the box.
   using site = P;
+  /// What a walk over the box stands on: the site itself.
   using psite = P;
+  /// The walk over the box, in raster order.
   using fwd_piter = box_fwd_piter_<P>;
 
   /// An invalid box without sites.
   box() : pmin_(P::plus_infty()), pmax_(P::minus_infty()) {}
 
+  /// The sites from `pmin` to `pmax`, both included. Nothing is checked: see `is_valid()`.
   box(const P& pmin, const P& pmax) : pmin_(pmin), pmax_(pmax) {}
 
+  /// The corner with the least row and column.
   const P& pmin() const { return pmin_; }
+  /// The same, to move it.
   P& pmin() { return pmin_; }
 
+  /// The corner with the greatest row and column; it lies in the box.
   const P& pmax() const { return pmax_; }
+  /// The same, to move it.
   P& pmax() { return pmax_; }
 
+  /// Whether `pmin()` does not come after `pmax()` in row-major order.
   bool is_valid() const { return util::ord_weak(pmin_, pmax_); }
 
   /// Whether `p` lies in the box; tested for each axis, whether the box is valid or not.
@@ -48,6 +60,7 @@ struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
     if (!a.is_valid() || !b.is_valid()) return a.is_valid() == b.is_valid();
     return a.pmin_ == b.pmin_ && a.pmax_ == b.pmax_;
   }
+  /// The opposite of `==`.
   friend bool operator!=(const box& a, const box& b) { return !(a == b); }
 
  private:

@@ -10,13 +10,15 @@
 
 namespace qel {
 
-/// Visits all sites of a box in raster order: rows from the top, columns from the left.
+/// Visits all sites of a box in raster order: rows from the top, columns from the left. A Site_Iterator.
 ///
 /// The end mark is the row after the last, stored in 16 bits and looked for in 32: the walk never ends on a
 /// box whose last row is 32767. Images stop short of it (their border counts).
 template <typename P>
 struct box_fwd_piter_ : internal::site_set_iterator_base<box<P>, box_fwd_piter_<P>> {
+  /// A walk without a target, invalid until it has one.
   box_fwd_piter_() = default;
+  /// A walk over `b`, invalid until `start()`. \pre `b` outlives it.
   explicit box_fwd_piter_(const box<P>& b) { this->change_target(b); }
 
   void start_() { this->p_ = this->s_->pmin(); }
@@ -41,13 +43,15 @@ struct box_fwd_piter_ : internal::site_set_iterator_base<box<P>, box_fwd_piter_<
   void invalidate_() { this->p_.row() = internal::to_coord(this->s_->pmax_row() + 1); }
 };
 
-/// Visits the first site of each row of a box, from the top.
+/// Visits the first site of each row of a box, from the top. A Site_Iterator.
 ///
 /// Here the end mark is stored and looked for in 16 bits, so the walk does end on a box whose last row is
 /// 32767.
 template <typename P>
 struct box_runstart_piter : internal::site_set_iterator_base<box<P>, box_runstart_piter<P>> {
+  /// A walk without a target, invalid until it has one.
   box_runstart_piter() = default;
+  /// A walk over the rows of `b`, invalid until `start()`. \pre `b` outlives it.
   explicit box_runstart_piter(const box<P>& b) { this->change_target(b); }
 
   void start_() { this->p_ = this->s_->pmin(); }

@@ -11,9 +11,12 @@
 
 namespace qel {
 
-/// A displacement between two sites of the grid G.
+/// A displacement between two sites of the grid G: rows down and columns to the right.
+///
+/// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write the coordinates.
 template <typename G, typename C>
 struct dpoint : Object<dpoint<G, C>>, internal::mutable_coord_impl_<G::dim, C, dpoint<G, C>> {
+  /// A coordinate; signed, in sites.
   using coord = C;
 
   /// Unset coordinates.
@@ -31,9 +34,11 @@ struct dpoint : Object<dpoint<G, C>>, internal::mutable_coord_impl_<G::dim, C, d
     return {internal::wrapping_sub(C(0), coord_[0]), internal::wrapping_sub(C(0), coord_[1])};
   }
 
+  /// Whether both coordinates are equal.
   friend bool operator==(const dpoint& a, const dpoint& b) {
     return a.coord_[0] == b.coord_[0] && a.coord_[1] == b.coord_[1];
   }
+  /// Whether a coordinate differs.
   friend bool operator!=(const dpoint& a, const dpoint& b) { return !(a == b); }
 
  private:

@@ -7,13 +7,20 @@
 namespace qel {
 
 /// Visits the sites that the displacements of a window W reach from a centre, in the order of the window.
+///
+/// A Site_Iterator; `center_at(p)` sends it around another centre.
 template <typename W>
 struct dpsites_fwd_piter : internal::site_relative_iterator_base<W, dpsites_fwd_piter<W>> {
+  /// What keeps the window, the centre and the current site.
   using base = internal::site_relative_iterator_base<W, dpsites_fwd_piter<W>>;
+  /// A site of the window's grid.
   using psite = typename W::psite;
 
+  /// A walk without window and centre, invalid until it has both.
   dpsites_fwd_piter() = default;
 
+  /// A walk over the sites of `win` around `center`, invalid until `start()`.
+  ///
   /// \pre `win` and `center` outlive the iterator.
   dpsites_fwd_piter(const W& win, const psite& center) {
     this->change_target(win);

@@ -4,10 +4,12 @@
 
 namespace qel {
 
+/// The grids on which sites can lie.
 namespace grid {
 
 /// The square grid in two dimensions, a tag.
 struct square {
+  /// Coordinates of a site: row and column.
   static constexpr unsigned dim = 2;
 };
 

@@ -28,27 +28,40 @@ namespace qel {
 ///
 /// Coordinates have 16 bits and the border counts: with the default border of 3, at most 32765 rows and
 /// columns.
+///
+/// As an Image it has the types `value`, `lvalue`, `rvalue`, `site`, `psite` and `domain_t`, and `is_valid()`, which
+/// is false for an empty handle: all else asks for a valid image. `values_space()` is the set of all values of T, and
+/// `index_of_point(p)` the number of the element at `p` in the block.
 template <typename T>
 class image2d : public internal::image_base<T, box2d, image2d<T>>,
                 public internal::check::image_fastest_<image2d<T>, metal::bool_<true>> {
   using base = internal::image_base<T, box2d, image2d<T>>;
 
  public:
-  /// An empty handle.
+  /// An empty handle: `init_` gives it a record, and so does an assignment.
   image2d() = default;
 
   /// An image on the box `b` (rows x columns sites), with `bdr` sites of border on each side.
   ///
-  /// Values of builtin and site type are not set. \throws std::bad_alloc.
+  /// Values of builtin and site type are not set.
+  ///
+  /// \throws std::bad_alloc
   explicit image2d(const box2d& b, unsigned bdr = border::thickness) { init_(b, bdr); }
 
+  /// Shares the record of `rhs`: no value is copied.
+  ///
+  /// \throws std::bad_alloc
   image2d(const image2d& rhs) = default;
+  /// Shares the record of `rhs` from now on; the old one goes if this was its last handle.
+  ///
+  /// \throws std::bad_alloc The handle keeps its record then.
   image2d& operator=(const image2d& rhs) = default;
+  /// Lets go of the record; the last handle frees it.
   ~image2d() = default;
 
   /// Points this handle at a new record; other handles keep the one that it held before.
   ///
-  /// \throws std::bad_alloc; the handle keeps its record then.
+  /// \throws std::bad_alloc The handle keeps its record then.
   void init_(const box2d& b, unsigned bdr) {
     auto record = std::make_unique<internal::data<image2d>>(b, bdr);
     this->data_ = record.get();
@@ -66,11 +79,13 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
 
   /// The value at `p`: two loads, no arithmetic on the coordinates. \pre `has(p)`.
   const T& operator()(const point2d& p) const { return this->data_->array_[p.row()][p.col()]; }
+  /// The same, to write it. All handles on the record see the new value. \pre `has(p)`.
   T& operator()(const point2d& p) { return this->data_->array_[p.row()][p.col()]; }
 
   /// The first element of the block, that of the padded box's top left corner. The block is in row-major
   /// order.
   const T* buffer() const { return this->data_->buffer_; }
+  /// The same, to write through it.
   T* buffer() { return this->data_->buffer_; }
 
   /// Size of the block in elements, border included.
@@ -78,6 +93,7 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
 
   /// Element `i` of the block. \pre `i < nelements()`.
   const T& element(unsigned i) const { return this->data_->buffer_[i]; }
+  /// The same, to write it. \pre `i < nelements()`.
   T& element(unsigned i) { return this->data_->buffer_[i]; }
 
   /// Distance in the block, in elements, between two sites that differ by `dp`.
@@ -98,21 +114,30 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
 
 namespace trait {
 
+/// The properties of `image2d<T>`.
 template <typename T>
 struct image_<image2d<T>> {
+  /// Low for 8-bit integers; high for all else, `bool` too.
   using quant = std::conditional_t<internal::has_low_quant<T>, image::quant::low, image::quant::high>;
+  /// A whole image can be filled or copied as one block.
   using value_storage = image::value_storage::one_block;
+  /// A value is an object in memory.
   using value_access = image::value_access::direct;
+  /// Every value of T can be written.
   using vw_io = image::vw_io::any;
 };
 
+/// With other values an `image2d` is an `image2d` again.
 template <typename T, typename V>
 struct ch_value<image2d<T>, V> {
+  /// The image type with values of type V.
   using ret = image2d<V>;
 };
 
+/// An `image2d` has storage of its own, so it stands for itself.
 template <typename T>
 struct concrete<image2d<T>> {
+  /// The type itself.
   using ret = image2d<T>;
 };
 

@@ -27,16 +27,22 @@ struct neighborhood_base : Neighborhood<E> {
 
 }  // namespace internal
 
-/// A window whose displacements lead to the neighbours of a site.
+/// A window whose displacements lead to the neighbours of a site. A Neighborhood with the types `window`, `site` and
+/// `psite`.
 template <typename W>
 class neighb : public internal::neighborhood_base<W, neighb<W>> {
  public:
+  /// The walk over the neighbours of a site.
   using niter = neighb_fwd_niter<W>;
 
+  /// No neighbours; `win()` takes them.
   neighb() = default;
+  /// The neighbours that the displacements of `win` lead to, whether they go both ways or not.
   explicit neighb(const W& win) : win_(win) {}
 
+  /// The displacements to the neighbours.
   const W& win() const { return win_; }
+  /// The same, to fill it.
   W& win() { return win_; }
 
   /// Number of neighbours of a site.
@@ -59,14 +65,14 @@ inline const neighb2d& filled_once(neighb2d& it, const bool (&vals)[9]) {
 
 }  // namespace internal
 
-/// The four neighbours: up, left, right, down.
+/// The four neighbours: up, left, right, down. One object, built at the first call and kept.
 inline const neighb2d& c4() {
   static const bool vals[9] = {false, true, false, true, false, true, false, true, false};
   static neighb2d it;
   return internal::filled_once(it, vals);
 }
 
-/// The eight neighbours: up-left, up, up-right, left, right, down-left, down, down-right.
+/// The eight neighbours: up-left, up, up-right, left, right, down-left, down, down-right. Kept like `c4()`.
 inline const neighb2d& c8() {
   static const bool vals[9] = {true, true, true, true, false, true, true, true, true};
   static neighb2d it;

@@ -10,19 +10,25 @@ namespace qel {
 template <typename W>
 class neighb;
 
-/// Visits the neighbours of a moving centre, in the order of the neighbourhood's window.
+/// Visits the neighbours of a moving centre, in the order of the neighbourhood's window. A Site_Iterator.
 ///
 /// It looks at no image: a neighbour may lie outside the domain, and the caller tests it with `domain().has`.
 /// One iterator serves a whole loop over sites, since it follows its centre; it is only started anew at each
 /// site.
 template <typename W>
 struct neighb_fwd_niter : internal::site_relative_iterator_base<neighb<W>, neighb_fwd_niter<W>> {
+  /// What keeps the neighbourhood, the centre and the current site.
   using base = internal::site_relative_iterator_base<neighb<W>, neighb_fwd_niter<W>>;
+  /// A site of the window's grid.
   using psite = typename W::psite;
 
+  /// A walk without neighbourhood and centre, invalid until it has both.
   neighb_fwd_niter() = default;
 
-  /// \param center a site iterator or stored position; it and `nbh` outlive this iterator.
+  /// A walk over the neighbours of `center` in `nbh`, invalid until `start()`.
+  ///
+  /// \param nbh    the neighbourhood; it outlives this iterator.
+  /// \param center a site iterator or stored position; it outlives this iterator.
   neighb_fwd_niter(const neighb<W>& nbh, const psite& center) {
     change_target(nbh);
     center_at(center);

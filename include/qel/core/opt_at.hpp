@@ -7,6 +7,7 @@
 
 namespace qel {
 
+/// Values by plain coordinates in place of a site.
 namespace opt {
 
 /// The value at the site (row, col), by two plain coordinates. \pre the image has the site.
@@ -15,6 +16,7 @@ typename I::rvalue at(const Image<I>& ima, short row, short col) {
   return internal::force_exact<I>(ima)(point2d(row, col));
 }
 
+/// The same, to write it. \pre the image has the site.
 template <typename I>
 typename I::lvalue at(Image<I>& ima, short row, short col) {
   return internal::force_exact<I>(ima)(point2d(row, col));

@@ -20,17 +20,24 @@ struct p_indexed_bkd_piter;
 /// Sites in an order of the caller's choice: a value, copied with all its sites. Repeated sites are allowed.
 template <typename P>
 struct p_array : Site_Set<p_array<P>> {
+  /// A site as it is stored.
   using site = P;
+  /// A position in the array, with the site found there.
   using psite = p_indexed_psite<p_array>;
+  /// The walk in the order of the array.
   using fwd_piter = p_indexed_fwd_piter<p_array>;
+  /// The walk from the last site to the first.
   using bkd_piter = p_indexed_bkd_piter<p_array>;
 
+  /// No sites.
   p_array() = default;
 
   /// The sites of `vect`, in its order.
   explicit p_array(std::vector<P> vect) : vect_(std::move(vect)) {}
 
-  /// Appends `p`. \throws std::bad_alloc.
+  /// Appends `p`.
+  ///
+  /// \throws std::bad_alloc
   void insert(const P& p) { vect_.push_back(p); }
 
   /// Number of sites, reduced to 32 bits.
@@ -45,6 +52,7 @@ struct p_array : Site_Set<p_array<P>> {
   /// Removes all sites; the memory is kept for the next ones.
   void clear() { vect_.clear(); }
 
+  /// Always true: no sites are a set, too.
   bool is_valid() const { return true; }
 
   /// Bytes: the object and its sites.

@@ -12,8 +12,10 @@ namespace qel {
 /// the index is a legal value and the last site stays cached.
 template <typename S>
 struct p_indexed_psite : internal::pseudo_site_base_<const typename S::site&, p_indexed_psite<S>> {
+  /// The site that the position stands for and converts to.
   using site = typename S::site;
 
+  /// A position in no array, at index 0.
   p_indexed_psite() = default;
 
   /// Moves to the array `s`, before its first site.
@@ -22,21 +24,25 @@ struct p_indexed_psite : internal::pseudo_site_base_<const typename S::site&, p_
     i_ = -1;
   }
 
+  /// Goes to the index `i`, which may lie outside the array.
   void change_index(int i) {
     i_ = i;
     update_();
   }
 
+  /// Goes to the following site of the array.
   void inc_index() {
     ++i_;
     update_();
   }
 
+  /// Goes to the preceding site of the array.
   void dec_index() {
     --i_;
     update_();
   }
 
+  /// The index, from -1 (before the first site) to the number of sites (past the last) in a walk.
   int index() const { return i_; }
 
   /// The array, or null.

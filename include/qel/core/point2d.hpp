@@ -16,14 +16,18 @@ namespace qel {
 /// A site of the grid G: a plain value of two coordinates, the row and the column.
 ///
 /// Sites are stored by the million (parent images, sorted arrays), hence 16-bit coordinates: 4 bytes a site.
+/// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write the coordinates.
 template <typename G, typename C>
 struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, point<G, C>> {
+  /// A coordinate; signed, for the border of an image lies at negative ones.
   using coord = C;
+  /// The displacement from one such site to another.
   using dpsite = dpoint<G, C>;
 
   /// Unset coordinates: an image of sites costs no pass of its own when it is allocated.
   point() = default;
 
+  /// The site of row `row` and column `col`; (0, 0) is the top left site of most images.
   point(C row, C col) : coord_{row, col} {}
 
   /// The greatest site in row-major order.
@@ -41,15 +45,18 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
   /// The two coordinates in single precision, which is exact for 16 bits.
   std::array<float, 2> to_vec() const { return {static_cast<float>(coord_[0]), static_cast<float>(coord_[1])}; }
 
+  /// Whether both coordinates are equal.
   friend bool operator==(const point& a, const point& b) {
     return a.coord_[0] == b.coord_[0] && a.coord_[1] == b.coord_[1];
   }
+  /// Whether a coordinate differs.
   friend bool operator!=(const point& a, const point& b) { return !(a == b); }
 
-  /// Each coordinate of the sum and of the difference wraps modulo 65536: (32767, 0) + (1, 0) is (-32768, 0).
+  /// The site to which `dp` leads from `p`. Each coordinate wraps modulo 65536: (32767, 0) + (1, 0) is (-32768, 0).
   friend point operator+(const point& p, const dpsite& dp) {
     return {internal::to_coord(p.row() + dp.row()), internal::to_coord(p.col() + dp.col())};
   }
+  /// The site from which `dp` leads to `p`; wraps in the same way.
   friend point operator-(const point& p, const dpsite& dp) {
     return {internal::to_coord(p.row() - dp.row()), internal::to_coord(p.col() - dp.col())};
   }

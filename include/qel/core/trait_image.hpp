@@ -9,28 +9,35 @@
 
 namespace qel {
 
+/// Properties of types and functions from type to type, settled when the code is generated.
 namespace trait {
 
+/// What algorithms ask of an image type.
 namespace image {
 
 /// How many values there are to tell apart: few enough to count each (8 bits), or not.
 namespace quant {
+/// The 8-bit integers.
 struct low {};
+/// All other values.
 struct high {};
 }  // namespace quant
 
 /// Where the values are.
 namespace value_storage {
+/// In one block of memory, row by row, border included.
 struct one_block {};
 }  // namespace value_storage
 
 /// How a value is reached.
 namespace value_access {
+/// By its address.
 struct direct {};
 }  // namespace value_access
 
 /// Which values can be written through the image: any.
 namespace vw_io {
+/// Every value of the value type.
 struct any {};
 }  // namespace vw_io
 
@@ -40,6 +47,7 @@ struct any {};
 template <typename I>
 struct image_;
 
+/// A constant image has the properties of the type without `const`.
 template <typename I>
 struct image_<const I> : image_<I> {};
 

@@ -8,10 +8,12 @@ namespace qel {
 
 namespace trait {
 
+/// What algorithms ask of a site set type.
 namespace site_set {
 
 /// Whether a site set knows its bounding box without a walk.
 namespace bbox {
+/// It does, at no cost.
 struct known {};
 }  // namespace bbox
 
@@ -21,8 +23,10 @@ struct known {};
 template <typename S>
 struct site_set_;
 
+/// The properties of a box.
 template <typename P>
 struct site_set_<box<P>> {
+  /// A box is its own bounding box.
   using bbox = site_set::bbox::known;
 };
 

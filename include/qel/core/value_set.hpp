@@ -8,6 +8,7 @@
 
 namespace qel {
 
+/// Sets of values.
 namespace value {
 
 template <typename T>
@@ -51,10 +52,15 @@ struct iterable_set<bool, E> {
 }  // namespace internal
 
 /// All values of T; one object without data for each T.
+///
+/// For the 8-bit integers and `bool` the values can be counted, and are numbered in ascending order: `nvalues()` is
+/// 256 or 2, `set[i]` the value of index i and `index_of(v)` the index of a value. Other types have none of these.
 template <typename T>
 struct set : internal::iterable_set<T, set<T>> {
+  /// A member.
   using value = T;
 
+  /// The one object: it has no data, so all images and histograms share it.
   static const set& the() {
     static const set one;
     return one;

@@ -29,16 +29,24 @@ struct window_base : Window<E> {
 
 }  // namespace internal
 
-/// A set of displacements, numbered in ascending row-major order whatever the order of their insertion.
+/// A set of displacements, numbered in ascending row-major order whatever the order of their insertion. A Window with
+/// the type `dpsite`, a displacement.
 template <typename D>
 class window : public internal::window_base<D, window<D>> {
  public:
+  /// A site that a displacement may lead to.
   using site = point2d;
+  /// What a walk over the window stands on: the site itself.
   using psite = point2d;
+  /// The walk over the sites around a centre.
   using fwd_piter = dpsites_fwd_piter<window>;
 
+  /// Adds `dp`, unless it is there already: numbers above its own move up.
+  ///
+  /// \throws std::bad_alloc
   void insert(const D& dp) { dps_.insert(dp); }
 
+  /// Removes all displacements.
   void clear() { dps_.clear(); }
 
   /// Number of displacements.
@@ -47,6 +55,7 @@ class window : public internal::window_base<D, window<D>> {
   /// Displacement number `i`. \pre `i < size()`.
   const D& dp(unsigned i) const { return dps_[i]; }
 
+  /// Whether `dp` is one of the displacements. Cost: logarithmic in their number.
   bool has(const D& dp) const { return dps_.has(dp); }
 
   /// Whether the null displacement is in the window.
@@ -66,6 +75,7 @@ class window : public internal::window_base<D, window<D>> {
     *this = mirrored;
   }
 
+  /// Whether with each displacement its opposite is there: two neighbours see each other.
   bool is_symmetric() const {
     window mirrored = *this;
     mirrored.sym();
@@ -75,6 +85,7 @@ class window : public internal::window_base<D, window<D>> {
   /// The displacements themselves.
   const util::set<D>& std_set() const { return dps_; }
 
+  /// Whether both have the same displacements, inserted in whatever order.
   friend bool operator==(const window& a, const window& b) { return a.dps_ == b.dps_; }
 
  private:

@@ -13,7 +13,10 @@ namespace qel {
 
 /// A deep copy of `model`: same domain, border and values (the border's too), in storage of its own.
 ///
-/// Cost: one pass over the block. \throws std::bad_alloc.
+/// Cost: one pass over the block.
+///
+/// \pre    `model` is valid.
+/// \throws std::bad_alloc
 template <typename I>
 typename trait::concrete<I>::ret duplicate(const Image<I>& model) {
   trace::entering("core::duplicate");

@@ -11,6 +11,7 @@
 
 namespace qel {
 
+/// Operations on all values of an image: filling, copying, sorting.
 namespace data {
 
 namespace internal {
@@ -41,6 +42,9 @@ void fill_dispatch(Image<I>& ima, const Image<J>& data) {
 /// (`fill_with_image`).
 ///
 /// Cost: one pass; nothing is allocated.
+///
+/// \param ima the image to write.
+/// \param d   a value, converted to the value type of `ima`, or an image with the domain of `ima`.
 template <typename I, typename D>
 void fill(Image<I>& ima, const D& d) {
   trace::entering("data::fill");

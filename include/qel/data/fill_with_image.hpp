@@ -98,7 +98,9 @@ void fill_with_image_dispatch(metal::bool_<false>, Image<I>& ima, const Image<J>
 /// Gives `ima` the values of `data`, converted to its value type.
 ///
 /// With equal border and domain, and elements of one size, the border is copied too; otherwise it keeps its
-/// values. \pre `data` has the domain of `ima`.
+/// values.
+///
+/// \pre `data` has the domain of `ima`; without sites, it has its border and element size, too.
 template <typename I, typename J>
 void fill_with_image(Image<I>& ima, const Image<J>& data) {
   trace::entering("data::fill_with_image");

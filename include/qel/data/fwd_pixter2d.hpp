@@ -46,12 +46,15 @@ class forward_pixel_iterator_base_ : public Iterator<E>, public pixel_impl_<I, E
 
 /// Visits the elements of an image's domain in raster order and never touches the border.
 ///
-/// Cost of a step: one increment and one comparison. \pre the domain has sites.
+///     for (p.start(); p.is_valid(); p.next()) p.val() = ...;
+///
+/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: one increment and one comparison.
 template <typename I>
 class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>> {
   using base = internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>>;
 
  public:
+  /// A walk over `ima`, invalid until `start()`. \pre the domain has sites; `ima` outlives the walk.
   explicit fwd_pixter2d(I& ima)
       : base(ima), border_gap_(2 * ima.border()), row_stride_(ima.domain().len(1) + border_gap_) {}
 

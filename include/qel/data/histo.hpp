@@ -11,18 +11,22 @@
 
 namespace qel {
 
+/// Counts of values.
 namespace histo {
 
-/// A counter for each value of T.
+/// A counter for each value of T, an 8-bit integer type or `bool`.
 template <typename T>
 class array {
  public:
+  /// All counts are 0.
   array() : vset_(value::set<T>::the()), h_(vset_.nvalues(), 0u) {}
 
+  /// The values that have a counter.
   const value::set<T>& vset() const { return vset_; }
 
   /// The count of the value `v`.
   unsigned operator()(const T& v) const { return h_[vset_.index_of(v)]; }
+  /// The same, to count.
   unsigned& operator()(const T& v) { return h_[vset_.index_of(v)]; }
 
   /// The count of the value of index `i`. \pre `i < vset().nvalues()`.
@@ -36,7 +40,12 @@ class array {
   std::vector<unsigned> h_;
 };
 
-/// How many sites of an image's domain have each value. The border is not counted. Cost: one pass.
+/// How many sites of an image's domain have each value; the border is not counted.
+///
+/// Cost: one pass.
+///
+/// \pre    the domain has sites.
+/// \throws std::bad_alloc
 template <typename I>
 array<typename I::value> compute(const Image<I>& ima) {
   trace::entering("histo::compute");

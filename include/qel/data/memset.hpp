@@ -44,7 +44,9 @@ void memset_(const pixel<I>& pix, const typename I::value& value, std::size_t n)
 
 }  // namespace impl
 
-/// Sets `n` elements of the block, from that at `p` on, to `value`.
+/// Sets `n` elements of the block, from that at `p` on and in its order, to `value`.
+///
+/// \pre the image has `p`, and its block has `n` elements from there on.
 template <typename I>
 void memset_(Image<I>& ima, const point2d& p, const typename I::value& value, std::size_t n) {
   trace::entering("data::memset_");

@@ -35,6 +35,8 @@ class pixel_impl_ {
 }  // namespace internal
 
 /// A handle on the element of an image at one site. It points into the image and must not outlive it.
+///
+/// `val()` reads and writes the element, `ima()` is the image; for a constant type I the element is constant too.
 template <typename I>
 class pixel : public Generalized_Pixel<pixel<I>>, public internal::pixel_impl_<I, pixel<I>> {
  public:

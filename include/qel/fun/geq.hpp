@@ -6,6 +6,7 @@
 
 namespace qel {
 
+/// Functions made of other functions.
 namespace fun {
 
 /// The function that tells whether F reaches G: f(x) >= g(x), compared in the type of the two results.
@@ -14,10 +15,13 @@ namespace fun {
 template <typename F, typename G>
 class geq_v2b_expr_ : public Function_v2b<geq_v2b_expr_<F, G>> {
  public:
+  /// Passed or failed.
   using result = bool;
 
+  /// Keeps a copy of each.
   geq_v2b_expr_(const F& f, const G& g) : f_(f), g_(g) {}
 
+  /// Whether f(x) >= g(x), for a site x in the filters.
   template <typename X>
   bool operator()(const X& x) const {
     return f_(x) >= g_(x);

@@ -16,10 +16,13 @@ namespace pw {
 template <typename I>
 class value_ : public Function_v2v<value_<I>> {
  public:
+  /// A value of the image.
   using result = typename I::value;
 
+  /// \param ima the handle to read through; it outlives the function.
   explicit value_(const Image<I>& ima) : ima_(&internal::force_exact<I>(ima)) {}
 
+  /// The value of the image at `p`. \pre the image has `p`.
   typename I::rvalue operator()(const typename I::psite& p) const { return (*ima_)(p); }
 
  private:

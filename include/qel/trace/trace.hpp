@@ -17,6 +17,7 @@
 
 namespace qel {
 
+/// A timed outline of the operations that run, on `std::cout`, for debugging; off by default.
 namespace trace {
 
 inline bool quiet = true;        ///< when true, `entering` and `exiting` do nothing

@@ -7,18 +7,22 @@
 
 namespace qel {
 
+/// Accumulators: values that summarise what they have taken.
 namespace accu {
 
+/// Accumulators of sites.
 namespace shape {
 
 /// The smallest box around the sites taken. The result of an empty accumulator has no meaning.
 template <typename P>
 struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
+  /// A site.
   using argument = P;
 
   /// The old box stays behind; the next site replaces it.
   void init() { valid_ = false; }
 
+  /// Grows the box as far as `p`.
   void take(const P& p) {
     if (!valid_) {
       box_ = box<P>(p, p);
@@ -33,6 +37,7 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
     }
   }
 
+  /// Grows the box around that of `other`.
   void take(const bbox& other) {
     if (!other.valid_) return;
     if (!valid_) {
@@ -45,6 +50,7 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
     }
   }
 
+  /// The box, both corners included.
   const box<P>& to_result() const { return box_; }
 
   /// Whether a site has been taken.

@@ -20,10 +20,13 @@ namespace shape {
 /// come out slightly negative.
 template <typename P>
 struct inertia2d : accu::internal::base<float, inertia2d<P>> {
+  /// A site.
   using argument = P;
 
+  /// Back to no sites.
   void init() { *this = inertia2d(); }
 
+  /// Adds a site. Each sum is exact up to 2^24, which sums of squares pass soon.
   void take(const P& p) {
     ++count_;
     for (unsigned i = 0; i < 2; ++i) {
@@ -33,6 +36,7 @@ struct inertia2d : accu::internal::base<float, inertia2d<P>> {
     }
   }
 
+  /// Adds the sums of `other`, whose sites are others.
   void take(const inertia2d& other) {
     count_ += other.count_;
     for (unsigned i = 0; i < 2; ++i) {

@@ -9,26 +9,31 @@ namespace qel {
 
 namespace accu {
 
+/// Accumulators of values.
 namespace stat {
 
 /// Population variance of a set of integers T: the mean of the squares less the square of the mean, with sums
 /// kept in S and the result given in R.
 ///
-/// Each square is formed in the integer type that T promotes to and wraps there, from 46341 on for 16 and 32
-/// bits: a variance of large values can be negative. So can one of nearly equal values, by rounding. Nothing
-/// is clamped.
+/// Each square is formed in the integer type that T promotes to and wraps there, from 46341 on for `unsigned short`
+/// and `int`, from 65536 on for `unsigned`: a variance of large values can be negative. So can one of nearly equal
+/// values, by rounding. Nothing is clamped.
 template <typename T, typename S, typename R>
 struct variance : accu::internal::base<R, variance<T, S, R>> {
+  /// A grey level.
   using argument = T;
 
+  /// Back to no values.
   void init() { *this = variance(); }
 
+  /// Adds a value and its square.
   void take(const T& t) {
     ++count_;
     sum_ += static_cast<S>(t);
     sum2_ += static_cast<S>(qel::internal::wrapping_square(t));
   }
 
+  /// Adds the sums of `other`.
   void take(const variance& other) {
     count_ += other.count_;
     sum_ += other.sum_;

@@ -8,11 +8,13 @@
 // `const Image<I>&` rather than a bare `const I&`: the signature says what it needs, overloads can be told
 // apart, and nothing is dispatched at run time.
 
+/// Images, site sets, neighbourhoods, component trees, attributes and filters.
 namespace qel {
 
 /// What every class of the library can be seen as.
 template <typename E>
 struct Object {
+  /// The class that is behind the concept.
   using exact_t = E;
 
  protected:

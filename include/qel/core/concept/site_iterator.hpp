@@ -13,6 +13,9 @@ namespace qel {
 /// The exact class gives `start_()`, `next_()`, `is_valid_()` and `invalidate_()`, and the pointer to its
 /// target through `target_()`. An iterator without a target is invalid; one with a target can be started
 /// again at any time.
+///
+/// The walks of the library stand in for their current site, also had as `to_site()`, and a walk over a site set can
+/// be sent over another one by `change_target(s)`.
 template <typename E>
 struct Site_Iterator : Site_Proxy<E> {
   /// Goes to the first site. \pre the iterator has a target.
@@ -21,6 +24,7 @@ struct Site_Iterator : Site_Proxy<E> {
   /// Goes to the following site. \pre the iterator is valid.
   void next() { exact().next_(); }
 
+  /// Whether the iterator stands on a site. False without a target, before `start()` and past the last site.
   bool is_valid() const { return exact().target_() != nullptr && exact().is_valid_(); }
 
   /// Makes the iterator invalid until the next `start()`; does nothing without a target.

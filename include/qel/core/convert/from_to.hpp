@@ -10,8 +10,10 @@ namespace qel {
 template <typename W>
 class neighb;
 
+/// Conversions from one type to another.
 namespace convert {
 
+/// Overloads by source and target.
 namespace over_load {
 
 /// Makes `win` the window of the truth values in a 3 x 3 table, row by row from the top left, with the centre

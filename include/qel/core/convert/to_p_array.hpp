@@ -13,7 +13,9 @@ namespace convert {
 /// All sites of the box `s` in raster order, as an array.
 ///
 /// The walk takes no notice of the box's validity, so the array of an invalid box is not empty.
-/// Cost: one pass. \throws std::bad_alloc.
+/// Cost: one pass.
+///
+/// \throws std::bad_alloc
 inline p_array2d to_p_array(const box2d& s) {
   p_array2d result;
   result.vect_.reserve(s.nsites());

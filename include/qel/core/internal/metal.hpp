@@ -9,6 +9,7 @@ namespace qel {
 /// Truth values as types, to select an overload or a specialisation.
 namespace metal {
 
+/// `b` as a type.
 template <bool b>
 using bool_ = std::bool_constant<b>;
 

@@ -14,8 +14,10 @@
 
 namespace qel {
 
+/// Containers, pointers and orders that know nothing of images.
 namespace util {
 
+/// Less-than on numbers; false if one is NaN.
 template <typename T>
 constexpr std::enable_if_t<std::is_arithmetic_v<T>, bool> ord_strict(const T& a, const T& b) {
   return a < b;
@@ -27,6 +29,7 @@ bool ord_strict(const point<G, C>& a, const point<G, C>& b) {
   return a.row() != b.row() ? a.row() < b.row() : a.col() < b.col();
 }
 
+/// The same on displacements.
 template <typename G, typename C>
 bool ord_strict(const dpoint<G, C>& a, const dpoint<G, C>& b) {
   return a.row() != b.row() ? a.row() < b.row() : a.col() < b.col();
@@ -41,6 +44,7 @@ bool ord_weak(const point<G, C>& a, const point<G, C>& b) {
 /// `ord_strict` as a function object, for the standard containers.
 template <typename T>
 struct ord {
+  /// Whether `a` comes before `b`; false for equal ones.
   bool operator()(const T& a, const T& b) const { return ord_strict(a, b); }
 };
 

@@ -34,6 +34,7 @@ class priority_bits {
     words_.resize(size);
   }
 
+  /// Adds `k`, if it is not a member. \pre `k < n`.
   void insert(unsigned k) {
     for (const std::size_t first : first_word_) {
       words_[first + k / 64] |= bit(k);
@@ -41,6 +42,7 @@ class priority_bits {
     }
   }
 
+  /// Removes `k`, if it is a member. \pre `k < n`.
   void erase(unsigned k) {
     for (const std::size_t first : first_word_) {
       std::uint64_t& word = words_[first + k / 64];
@@ -50,7 +52,7 @@ class priority_bits {
     }
   }
 
-  /// The greatest member below `k`, or `none`.
+  /// The greatest member below `k`, or `none`. \pre `k < n`.
   unsigned greatest_below(unsigned k) const {
     for (std::size_t layer = 0; layer < first_word_.size(); ++layer) {
       const std::uint64_t below = words_[first_word_[layer] + k / 64] & (bit(k) - 1);

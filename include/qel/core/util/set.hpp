@@ -25,12 +25,14 @@ class set {
     s_.insert(elt);
   }
 
+  /// Removes all elements; the set has its tree form then.
   void clear() {
     v_.clear();
     s_.clear();
     frozen_ = false;
   }
 
+  /// Number of elements; changes no form.
   unsigned nelements() const { return static_cast<unsigned>(frozen_ ? v_.size() : s_.size()); }
 
   /// Element number `i` in ascending order; freezes the set. \pre `i < nelements()`.
@@ -60,18 +62,21 @@ class set {
     return i_min;
   }
 
+  /// From the tree to the sorted array. \pre the set is not frozen: the elements would be lost.
   void freeze_() const {
     v_.assign(s_.begin(), s_.end());
     s_.clear();
     frozen_ = true;
   }
 
+  /// From the sorted array back to the tree.
   void unfreeze_() const {
     s_.insert(v_.begin(), v_.end());
     v_.clear();
     frozen_ = false;
   }
 
+  /// Whether the elements are in the sorted array.
   bool is_frozen() const { return frozen_; }
 
  private:

@@ -26,11 +26,15 @@ namespace util {
 template <typename T>
 class tracked_ptr {
  public:
+  /// Handles by address.
   using holders_t = std::set<tracked_ptr*>;
 
+  /// A null handle.
   tracked_ptr() = default;
+  /// Not copied: a new handle starts null and is then assigned.
   tracked_ptr(const tracked_ptr&) = delete;
 
+  /// Like `clean_()`.
   ~tracked_ptr() { clean_(); }
 
   /// Shares the object of `rhs`; nothing happens if it is shared already.
@@ -50,7 +54,7 @@ class tracked_ptr {
 
   /// Takes over the plain object `ptr`, of which this handle is the first, or becomes null.
   ///
-  /// \throws std::bad_alloc; the handle is unchanged then, and `ptr` is still the caller's.
+  /// \throws std::bad_alloc The handle is unchanged then, and `ptr` is still the caller's.
   tracked_ptr& operator=(T* ptr) {
     if (ptr == ptr_) return *this;
     std::unique_ptr<holders_t> holders;
@@ -80,7 +84,9 @@ class tracked_ptr {
   /// \pre the handle is not null.
   T* operator->() const { return ptr_; }
 
+  /// Whether the handle is null.
   friend bool operator==(const tracked_ptr& p, std::nullptr_t) { return p.ptr_ == nullptr; }
+  /// Whether the handle has an object.
   friend bool operator!=(const tracked_ptr& p, std::nullptr_t) { return p.ptr_ != nullptr; }
 
   /// The addresses of all handles on the object, or null.

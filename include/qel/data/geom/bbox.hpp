@@ -9,6 +9,7 @@
 
 namespace qel {
 
+/// The extent of site sets and images.
 namespace geom {
 
 namespace impl {
@@ -21,7 +22,7 @@ auto bbox_(trait::site_set::bbox::known, const S& s) {
 
 }  // namespace impl
 
-/// The bounding box of a site set.
+/// The bounding box of a site set that knows it, such as a box: nothing is walked.
 template <typename S>
 auto bbox(const Site_Set<S>& s) {
   trace::entering("geom::bbox");

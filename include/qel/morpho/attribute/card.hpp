@@ -7,22 +7,28 @@
 
 namespace qel {
 
+/// Morphology by component trees.
 namespace morpho {
 
+/// Accumulators of what a component of an image is like: its size, its shape, its values.
 namespace attribute {
 
 /// Area of a component, in sites.
 template <typename I>
 struct card : accu::internal::base<unsigned, card<I>> {
+  /// A site.
   using argument = typename I::psite;
 
+  /// Back to no sites.
   void init() { count_ = 0; }
 
   /// The site itself is not read.
   void take(const argument&) { ++count_; }
 
+  /// Adds the area of `other`, whose sites are others.
   void take(const card& other) { count_ += other.count_; }
 
+  /// Number of sites, modulo 2^32.
   unsigned to_result() const { return count_; }
 
   /// Always true: the area of nothing is 0.
@@ -41,9 +47,12 @@ struct card : accu::internal::base<unsigned, card<I>> {
 
 namespace trait {
 
+/// The properties of the attribute.
 template <typename I>
 struct accumulator_<morpho::attribute::card<I>> {
+  /// Sites are only counted.
   using when_pix = accumulator::when_pix::use_none;
+  /// Counts are exact.
   using order = accumulator::order::free;
 };
 

@@ -20,10 +20,13 @@ namespace attribute {
 /// NaN where rounding or wrapped squares make the variance negative; 0 for an empty accumulator.
 template <typename I, typename S, typename R>
 struct deviation : accu::internal::base<R, deviation<I, S, R>> {
+  /// A grey level.
   using argument = typename I::value;
 
+  /// Back to no values.
   void init() { variance_.init(); }
 
+  /// Adds a value.
   void take(const argument& v) {
     if (variance_.is_valid())
       variance_.take(v);
@@ -31,8 +34,10 @@ struct deviation : accu::internal::base<R, deviation<I, S, R>> {
       variance_.take_as_init(v);
   }
 
+  /// Adds the values of `other`.
   void take(const deviation& other) { variance_.take(other.variance_); }
 
+  /// The deviation of the whole population, in grey levels.
   R to_result() const { return std::sqrt(variance_.to_result()); }
 
   /// Whether a value has been taken.
@@ -48,9 +53,12 @@ struct deviation : accu::internal::base<R, deviation<I, S, R>> {
 
 namespace trait {
 
+/// The properties of the attribute.
 template <typename I, typename S, typename R>
 struct accumulator_<morpho::attribute::deviation<I, S, R>> {
+  /// It is about the values.
   using when_pix = accumulator::when_pix::use_v;
+  /// Sums are rounded.
   using order = accumulator::order::fixed;
 };
 

@@ -20,10 +20,13 @@ namespace attribute {
 /// Lengths are counted in sites: the box of one site has the diagonal sqrt(2).
 template <typename I>
 struct diagonal : accu::internal::base<double, diagonal<I>> {
+  /// A site.
   using argument = typename I::psite;
 
+  /// Back to no sites.
   void init() { bbox_.init(); }
 
+  /// Adds a site.
   void take(const argument& p) {
     if (bbox_.is_valid())
       bbox_.take(p);
@@ -31,8 +34,10 @@ struct diagonal : accu::internal::base<double, diagonal<I>> {
       bbox_.take_as_init(p);
   }
 
+  /// Adds the sites of `other`: its box is enough.
   void take(const diagonal& other) { bbox_.take(other.bbox_); }
 
+  /// The length in sites; without a meaning for an empty accumulator.
   double to_result() const {
     double sum = 0.0;
     for (unsigned i = 0; i < 2; ++i) sum += length(i) * length(i);
@@ -58,9 +63,12 @@ struct diagonal : accu::internal::base<double, diagonal<I>> {
 
 namespace trait {
 
+/// The properties of the attribute.
 template <typename I>
 struct accumulator_<morpho::attribute::diagonal<I>> {
+  /// It is about the sites.
   using when_pix = accumulator::when_pix::use_p;
+  /// Boxes are exact.
   using order = accumulator::order::free;
 };
 

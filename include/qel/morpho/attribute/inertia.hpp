@@ -16,12 +16,18 @@ namespace attribute {
 /// precision.
 template <typename I>
 struct inertia : accu::internal::base<float, inertia<I>> {
+  /// A site.
   using argument = typename I::psite;
 
+  /// Back to no sites.
   void init() { inertia_.init(); }
+  /// Adds a site.
   void take(const argument& p) { inertia_.take(p); }
+  /// Adds the sites of `other`.
   void take(const inertia& other) { inertia_.take(other.inertia_); }
+  /// (mu20 + mu02) / m^2; NaN for an empty accumulator.
   float to_result() const { return inertia_.to_result(); }
+  /// Always true, also for an empty accumulator.
   bool is_valid() const { return inertia_.is_valid(); }
 
  private:
@@ -34,9 +40,12 @@ struct inertia : accu::internal::base<float, inertia<I>> {
 
 namespace trait {
 
+/// The properties of the attribute.
 template <typename I>
 struct accumulator_<morpho::attribute::inertia<I>> {
+  /// It is about the sites.
   using when_pix = accumulator::when_pix::use_p;
+  /// Sums of squares are rounded.
   using order = accumulator::order::fixed;
 };
 

@@ -19,9 +19,10 @@ namespace morpho {
 
 namespace tree {
 
-/// The image of accumulators of type A over a tree of type T, and that of their results.
+/// The image of accumulators of type A over a tree of type T.
 template <typename T, typename A>
 using accu_image_t = typename trait::ch_value<typename T::function, A>::ret;
+/// The image of the results of A: area, length, moment or deviation at each site.
 template <typename T, typename A>
 using attribute_image_t = typename trait::ch_value<typename T::function, typename A::result>::ret;
 
@@ -47,12 +48,14 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
 
 /// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the node.
 ///
-/// \param accu_image where to leave a copy of the accumulators of all sites, or null. \post `a` and `tree` are
-/// unchanged; the border of the result means nothing. \throws std::bad_alloc.
-///
-/// `tree` may be the tree of an image or a `node_tree`. In the latter the result is an image on the sheet of nodes.
-///
 /// Cost: three walks over the sites; an accumulator for each site, or for each node of a node tree, while it runs.
+///
+/// \param a          tells the kind of attribute; its content does not count.
+/// \param tree       the tree of an image, or a `node_tree`: the result is an image on the sheet of nodes then.
+/// \param accu_image where to leave a copy of the accumulators of all sites, or null.
+///
+/// \post   `a` and `tree` are unchanged; the border of the result means nothing.
+/// \throws std::bad_alloc
 template <typename A, typename T>
 attribute_image_t<T, A> compute_attribute_image(const Accumulator<A>& a, const T& tree,
                                                 accu_image_t<T, A>* accu_image = nullptr) {

@@ -39,9 +39,10 @@ node_table<I> compute_node_table_(trait::image::value_storage::one_block, const 
 
 /// The nodes of the component tree of `f` under `nbh`; `s` tells the sweep order.
 ///
-/// \pre `s` holds every site of the domain of `f` once, sorted by value, ties by position. \throws std::bad_alloc.
-///
 /// Cost: linear but for the search of the next level, by 64-ary bits; 10 to 12 bytes a site while it runs.
+///
+/// \pre    `s` holds every site of the domain of `f` once, sorted by value, ties by position.
+/// \throws std::bad_alloc
 template <typename I, typename N, typename S>
 node_table<I> compute_node_table(const Image<I>& f, const Neighborhood<N>& nbh, const Site_Set<S>& s) {
   trace::entering("morpho::tree::compute_parent");

@@ -20,12 +20,12 @@ namespace tree {
 /// A site that is not canonical points to the canonical site of its node, a canonical site to that of the parent
 /// node, and the root, the first site of `s`, to itself.
 ///
-/// \pre `s` holds every site of the domain of `f` once, in an order of `data::sort_psites_increasing` (max-tree) or
-///      `data::sort_psites_decreasing` (min-tree).
-/// \post the elements outside the domain are not set.
-/// \throws std::bad_alloc.
-///
 /// Cost: that of `compute_node_table`, and one pass.
+///
+/// \pre    `s` holds every site of the domain of `f` once, in an order of `data::sort_psites_increasing` (max-tree)
+///         or `data::sort_psites_decreasing` (min-tree).
+/// \post   the elements outside the domain are not set.
+/// \throws std::bad_alloc
 template <typename I, typename N, typename S>
 typename trait::ch_value<I, typename I::psite>::ret compute_parent(const Image<I>& f, const Neighborhood<N>& nbh,
                                                                    const Site_Set<S>& s) {

@@ -20,6 +20,7 @@ namespace qel {
 
 namespace morpho {
 
+/// Component trees of images, and walks over them.
 namespace tree {
 
 /// A component tree of an image of type I, swept in the order of a site array S.
@@ -36,17 +37,30 @@ namespace tree {
 template <typename I, typename S>
 class data {
  public:
+  /// The type of the image, which is a function from sites to values.
   using function = I;
+  /// A site of the image.
   using site = typename I::site;
+  /// Stands for a site, and for the node of which it is the canonical site.
   using psite = typename I::psite;
+  /// A grey level.
   using value = typename I::value;
+  /// The sites in sweep order.
   using sites_t = S;
+  /// A list of nodes, by their canonical sites.
   using nodes_t = p_array<site>;
+  /// An image of sites, one parent for each site.
   using parent_image_t = typename trait::ch_value<I, psite>::ret;
+  /// An image of lists, empty at all sites that are not nodes.
   using children_image_t = typename trait::ch_value<I, nodes_t>::ret;
 
   /// Builds the tree of `f` under `nbh`: a max-tree if `s` is an increasing array, a min-tree if it is a decreasing
-  /// one. \throws std::bad_alloc.
+  /// one.
+  ///
+  /// Cost: that of `compute_node_table`.
+  ///
+  /// \pre    `s` holds every site of the domain of `f` once, as the sorts give them; the domain has sites.
+  /// \throws std::bad_alloc
   template <typename N>
   data(const Image<I>& f, const Site_Set<S>& s, const Neighborhood<N>& nbh)
       : f_(qel::internal::force_exact<I>(f)),
@@ -57,7 +71,9 @@ class data {
     trace::exiting("core::initialize");
   }
 
+  /// Not copied: the lists are large, and one tree can serve all readers.
   data(const data&) = delete;
+  /// Not assigned, for it refers to its image and site array.
   data& operator=(const data&) = delete;
 
   /// The image.
@@ -69,11 +85,21 @@ class data {
   /// The tree by node numbers.
   const node_table<I>& table() const { return table_; }
 
+  /// The parent of every site, see `parent`; the border means nothing. Made at the first call.
+  ///
+  /// Cost of the first call: one pass, 4 bytes a site.
+  ///
+  /// \throws std::bad_alloc at the first call.
   const parent_image_t& parent_image() const {
     if (!parent_.is_valid()) parent_ = internal::parent_image_of(f_, table_);
     return parent_;
   }
 
+  /// The children of every node, see `children`. Made at the first call, with `nodes()` and `leaves()`.
+  ///
+  /// Cost of the first call: two walks, a list (24 bytes) for each site.
+  ///
+  /// \throws std::bad_alloc at the first call.
   const children_image_t& children_image() const {
     if (!children_.is_valid()) make_children();
     return children_;
@@ -103,6 +129,7 @@ class data {
   /// The children of the node `p`, in the order of `nodes()`; none for a site that is not a node.
   const nodes_t& children(const psite& p) const { return children_image()(p); }
 
+  /// Whether `p` is a root: a site that is its own parent.
   bool is_root(const psite& p) const { return parent(p) == p; }
 
   /// Whether `p` is the canonical site of its node.

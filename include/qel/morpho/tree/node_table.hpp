@@ -24,8 +24,10 @@ namespace tree {
 /// site, for an algorithm that runs on trees and images, it is a site of the `internal::node_sheet`.
 template <typename I>
 struct node_table {
+  /// A site of the image.
   using site = typename I::site;
 
+  /// Number of nodes: from 1, of a flat image, to one for each site.
   unsigned nnodes() const { return static_cast<unsigned>(canonical.size()); }
 
   typename trait::ch_value<I, unsigned>::ret number;  ///< the node of each site; the border means nothing

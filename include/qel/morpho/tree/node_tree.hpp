@@ -24,25 +24,38 @@ namespace tree {
 template <typename T>
 class node_tree {
  public:
+  /// The type of the image, here with one value for each node.
   using function = typename T::function;
+  /// A site of the sheet, which stands for a node.
   using site = point2d;
+  /// The same: no node needs a lookup.
   using psite = point2d;
+  /// A grey level.
   using value = typename function::value;
+  /// A list of nodes.
   using nodes_t = p_array<point2d>;
 
-  /// The nodes of `tree`, which must outlive this object. \throws std::bad_alloc.
+  /// The nodes of `tree`, which must outlive this object.
+  ///
+  /// Cost: one value for each node, read at the canonical sites all over the image.
+  ///
+  /// \throws std::bad_alloc
   explicit node_tree(const T& tree) : whole_(tree), f_(internal::node_sheet::domain(nnodes()), 0) {
     for (unsigned k = 0; k < nnodes(); ++k) f_.element(k) = tree.f()(table().canonical[k]);
   }
 
+  /// Not copied: one object can serve all readers.
   node_tree(const node_tree&) = delete;
+  /// Not assigned, for it refers to the whole tree.
   node_tree& operator=(const node_tree&) = delete;
 
   /// The tree that these are the nodes of.
   const T& whole() const { return whole_; }
 
+  /// The table of the whole tree, which is this tree's too.
   const node_table<typename T::function>& table() const { return whole_.table(); }
 
+  /// Number of nodes. The sheet may have some sites more, which are none.
   unsigned nnodes() const { return table().nnodes(); }
 
   /// The value of each node in the image.
@@ -51,8 +64,10 @@ class node_tree {
   /// The nodes, each before its parent. The order differs from that of the whole tree's list.
   const nodes_t& nodes() const { return table().upward; }
 
+  /// The parent of the node `n`; the root for the root. \pre `n` is a node.
   const psite& parent(const psite& n) const { return table().parent[internal::node_sheet::number(n)]; }
 
+  /// Whether the node `n` has no parent but itself. \pre `n` is a node.
   bool is_root(const psite& n) const { return parent(n) == n; }
 
  private:

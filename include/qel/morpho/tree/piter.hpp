@@ -16,23 +16,27 @@ namespace morpho {
 namespace tree {
 
 /// Visits every site once, each before its parent, the root last. In one node the canonical site comes last.
+/// A Site_Iterator.
 template <typename T>
 struct up_site_piter
     : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>, typename T::sites_t, up_site_piter<T>> {
+  /// A walk over the sites of `tree`, invalid until `start()`. \pre `tree` outlives it.
   explicit up_site_piter(const T& tree) { this->change_target(tree.domain()); }
 };
 
-/// Visits every node once, each before its parent, the root last.
+/// Visits every node once, each before its parent, the root last. A Site_Iterator.
 template <typename T>
 struct up_node_piter
     : qel::internal::piter_adaptor_<p_indexed_fwd_piter<typename T::nodes_t>, typename T::nodes_t, up_node_piter<T>> {
+  /// A walk over the nodes of `tree`, invalid until `start()`. \pre `tree` outlives it.
   explicit up_node_piter(const T& tree) { this->change_target(tree.nodes()); }
 };
 
-/// Visits every node once, each after its parent, the root first.
+/// Visits every node once, each after its parent, the root first. A Site_Iterator.
 template <typename T>
 struct dn_node_piter
     : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::nodes_t>, typename T::nodes_t, dn_node_piter<T>> {
+  /// A walk over the nodes of `tree`, invalid until `start()`. \pre `tree` outlives it.
   explicit dn_node_piter(const T& tree) { this->change_target(tree.nodes()); }
 };
 

@@ -17,8 +17,10 @@ namespace tree {
 /// Which sites are nodes is asked of the tree's own image, so the rule has no influence on it. The result
 /// does not depend on the order of the walk; raster order reads and writes memory nearly in sequence.
 ///
-/// \pre `f` has the domain of the tree's image. Cost: one pass; nothing is allocated. Borders are not
-/// touched.
+/// Cost: one pass; nothing is allocated but what the tree makes at its first read. Borders are not touched.
+///
+/// \pre    `f` has the domain of the tree's image.
+/// \throws std::bad_alloc at that first read only.
 template <typename T, typename F>
 void propagate_representative(const T& tree, Image<F>& f) {
   F output = qel::internal::force_exact<F>(f);

@@ -13,12 +13,16 @@ namespace morpho {
 
 namespace tree {
 
+/// The rules that change the values of nodes by a predicate.
 namespace filter {
 
 /// Each node of `tree` is judged by itself: one that fails `pred` takes in `f` the value of its nearest
 /// ancestor that passes, or of the root. Only the values at nodes are changed.
 ///
-/// \pre `f` has the domain of the tree's image. Cost: one walk over the nodes; nothing is allocated.
+/// Cost: one walk over the nodes; nothing is allocated but what the tree makes at its first read.
+///
+/// \pre    `f` has the domain of the tree's image.
+/// \throws std::bad_alloc at that first read only.
 template <typename T, typename F, typename P>
 void direct(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
   trace::entering("qel::morpho::tree::filter::direct");

@@ -21,7 +21,10 @@ namespace filter {
 /// A node of `tree` survives in `f` only if it and all its ancestors pass `pred`; a removed node takes the
 /// value of its parent. Only the values at nodes are changed.
 ///
-/// \pre `f` has the domain of the tree's image. \throws std::bad_alloc. Cost: one walk over the nodes.
+/// Cost: one walk over the nodes, and one truth value of memory for each element.
+///
+/// \pre    `f` has the domain of the tree's image.
+/// \throws std::bad_alloc
 template <typename T, typename F, typename P>
 void min(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
   trace::entering("qel::morpho::tree::filter::min");

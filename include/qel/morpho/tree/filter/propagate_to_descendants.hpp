@@ -17,10 +17,11 @@ namespace filter {
 
 /// Subtracts `v` from the value of `f` at the node `n` and at all its descendants, modulo 2^width.
 ///
-/// \throws std::bad_alloc; some nodes may have been changed then.
-///
 /// Cost: the number of nodes in the subtree. The nodes that wait stand on a stack of its own, for a subtree
 /// can be millions of levels high.
+///
+/// \pre    `f` has the domain of the tree's image.
+/// \throws std::bad_alloc Some nodes may have been changed then.
 template <typename T, typename F>
 void propagate_to_descendants(const T& tree, Image<F>& f, typename F::psite n, typename F::value v) {
   F& exact_f = qel::internal::force_exact<F>(f);

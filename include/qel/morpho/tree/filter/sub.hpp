@@ -24,8 +24,10 @@ namespace filter {
 /// input value less the sum of f(a) - f(parent(a)) over the failing nodes a among itself and its ancestors,
 /// which one walk from the root downward gives, modulo 2^width like the definition.
 ///
-/// \pre `f` has the domain of the tree's image. \throws std::bad_alloc. Cost: one walk over the nodes, and
-/// one value of memory for each element.
+/// Cost: one walk over the nodes, and one value of memory for each element.
+///
+/// \pre    `f` has the domain of the tree's image.
+/// \throws std::bad_alloc
 template <typename T, typename F, typename P>
 void sub(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
   trace::entering("qel::morpho::tree::filter::subtractive");
