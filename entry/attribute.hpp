@@ -40,10 +40,10 @@ struct attribute {
 /// stands on a removed node.
 template <typename I>
 inline constexpr auto attributes =
-    std::make_tuple(attribute<qel::morpho::attribute::card<I>>{"a", "area", rule::min},
-                    attribute<qel::morpho::attribute::diagonal<I>>{"d", "diagonal", rule::min},
-                    attribute<qel::morpho::attribute::inertia<I>>{"i", "inertia", rule::sub},
-                    attribute<qel::morpho::attribute::deviation<I, float, float>>{"s", "std", rule::sub});
+    std::make_tuple(attribute<qel::morpho::attribute::card<I>>{"a", "area", rule::min::name},
+                    attribute<qel::morpho::attribute::diagonal<I>>{"d", "diagonal", rule::min::name},
+                    attribute<qel::morpho::attribute::inertia<I>>{"i", "inertia", rule::sub::name},
+                    attribute<qel::morpho::attribute::deviation<I, float, float>>{"s", "std", rule::sub::name});
 
 }  // namespace entry
 

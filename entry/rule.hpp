@@ -2,7 +2,7 @@
 #ifndef ENTRY_RULE_HPP
 #define ENTRY_RULE_HPP
 
-// The filtering rules by name.
+// The filtering rules that a user can ask for: their names and what each calls.
 
 #include "entry/host.hpp"
 #include "entry/messages.hpp"
@@ -15,33 +15,61 @@
 #include <qel/morpho/tree/filter/sub.hpp>
 
 #include <string>
+#include <tuple>
 
 namespace entry {
 
+/// A filtering rule is a type with a name and an operation: the operations are templates, which have no address.
 namespace rule {
 
-inline constexpr char min[] = "min";
-inline constexpr char max[] = "max";
-inline constexpr char direct[] = "direct";
-inline constexpr char sub[] = "sub";
+struct min {
+  static constexpr char name[] = "min";
+  template <typename T, typename F, typename P>
+  static void apply(const T& tree, F& image, const P& keep) {
+    qel::morpho::tree::filter::min(tree, image, keep);
+  }
+};
+
+struct max {
+  static constexpr char name[] = "max";
+  template <typename T, typename F, typename P>
+  static void apply(const T& tree, F& image, const P& keep) {
+    qel::morpho::tree::filter::max(tree, image, keep);
+  }
+};
+
+struct direct {
+  static constexpr char name[] = "direct";
+  template <typename T, typename F, typename P>
+  static void apply(const T& tree, F& image, const P& keep) {
+    qel::morpho::tree::filter::direct(tree, image, keep);
+  }
+};
+
+struct sub {
+  static constexpr char name[] = "sub";
+  template <typename T, typename F, typename P>
+  static void apply(const T& tree, F& image, const P& keep) {
+    qel::morpho::tree::filter::sub(tree, image, keep);
+  }
+};
 
 }  // namespace rule
 
-/// Changes the nodes of `tree` in `image` by the rule called `name`; ends the call if there is no such rule.
+/// All of them.
+inline constexpr auto rules = std::make_tuple(rule::min(), rule::max(), rule::direct(), rule::sub());
+
+/// Changes the nodes of `tree` in `image` by the rule called `name`; ends the call if there is no such rule. Names are
+/// compared exactly, case included.
 template <typename T, typename F, typename P>
 void apply_rule(const std::string& name, const T& tree, qel::Image<F>& image, const qel::Function_v2b<P>& keep) {
-  namespace filter = qel::morpho::tree::filter;
-  if (name == rule::min) {
-    filter::min(tree, image, keep);
-  } else if (name == rule::max) {
-    filter::max(tree, image, keep);
-  } else if (name == rule::direct) {
-    filter::direct(tree, image, keep);
-  } else if (name == rule::sub) {
-    filter::sub(tree, image, keep);
-  } else {
-    mexErrMsgTxt(messages::unknown_rule);
-  }
+  const auto applied = [&](auto candidate) {
+    if (name != candidate.name) return false;
+    candidate.apply(tree, image, keep);
+    return true;
+  };
+  const bool known = std::apply([&](auto... candidates) { return (applied(candidates) || ...); }, rules);
+  if (!known) mexErrMsgTxt(messages::unknown_rule);
 }
 
 }  // namespace entry

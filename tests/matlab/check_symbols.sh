@@ -4,7 +4,8 @@
 # check_symbols.sh MODULE [SONAME...]
 #
 # Checks what a module shows its host and what it wants of it. Both modules export mexFunction and mexVersion only.
-# With SONAMEs the module is MATLAB's: these libraries, the fifteen operations, mxIsSparse weak, and no libstdc++.
+# With SONAMEs the module is MATLAB's: these libraries, the fifteen operations, mxIsSparse weak, no libstdc++, and no
+# symbol of a glibc later than 2.17, which is the oldest that a user may have.
 set -euo pipefail
 module=$1
 shift
@@ -26,3 +27,7 @@ same "weak imports" mxIsSparse "$(symbols '^[vw]$' '^m(e)?x')"
 needed=$(readelf -d "$module" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')
 same "host libraries" "$(lines "$@")" "$(grep '^libm[exa]' <<<"$needed" | sort)"
 if grep 'libstdc++' <<<"$needed"; then exit 1; fi
+
+versions=$(objdump -T "$module" | grep -o 'GLIBC_[0-9.]*' | sort -Vu)
+printf 'symbol versions: %s\n' $versions
+if [[ $(printf '%s\n' "$versions" GLIBC_2.17 | sort -V | tail -n 1) != GLIBC_2.17 ]]; then exit 1; fi

@@ -33,8 +33,6 @@ struct loaded_module : ::testing::Test {
   ~loaded_module() override { test_host::reset(); }
 };
 
-using bytes = std::vector<std::uint8_t>;
-
 }  // namespace
 
 // What the test host calls goes to the loaded module.
@@ -44,15 +42,6 @@ extern "C" void mexFunction(int nlhs, mxArray** plhs, int nrhs, const mxArray** 
 
 TEST_F(loaded_module, tells_its_interface_generation) {
   EXPECT_STREQ(exported<decltype(mexVersion)>("mexVersion")(), "MATLAB R14 native");
-}
-
-TEST_F(loaded_module, computes_a_profile) {
-  const mxArray* const planes =
-      test_host::call({test_host::matrix<std::uint8_t>(3, 4, {2, 2, 7, 2, 8, 7, 9, 1, 1, 9, 9, 3}),
-                       test_host::text("area"), test_host::matrix<double>(1, 1, {3})});
-  EXPECT_EQ(test_host::values<std::uint8_t>(planes), (bytes{2, 2, 7, 2, 8, 7, 9, 3, 3, 9, 9, 3,  //
-                                                            2, 2, 7, 2, 8, 7, 9, 1, 1, 9, 9, 3,  //
-                                                            2, 2, 7, 2, 7, 7, 9, 1, 1, 9, 9, 3}));
 }
 
 TEST_F(loaded_module, lets_an_error_of_the_host_through) {

@@ -7,10 +7,12 @@
 %! picture = fullfile (folder, 'picture.png');
 %! imwrite (uint8 (20 + 30 * mod (magic (32), 7)), picture);
 
-%!test <*a montage has three rows of tiles>
+%!test <*the montages show the two profiles at a quarter of their size>
 %! evalc ('attribute_profile_demo (picture, folder)');
-%! for name = {'area.png', 'std.png'}
-%!   assert (size (imread (fullfile (folder, name{1}))), [3 * (8 + 4) + 4, 3 * (8 + 4) + 4]);
+%! for profile = {'area', 'std'; [100 1000 10000], [5 10 20]}
+%!   AP = attribute_profile (imread (picture), profile{:});
+%!   montage = attribute_profile_montage (AP, profile{2}, 1/4);
+%!   assert (imread (fullfile (folder, [profile{1} '.png'])), montage);
 %! endfor
 
 %!test <*misplaced planes are errors>

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+
+// fill_names TEMPLATE
+//
+// Prints the file TEMPLATE with @attributes@ and @rules@ replaced by the names, in MATLAB's notation for the elements of
+// a cell array. They come from the lists that the module itself reads, so that a new name needs no second place.
+
+#include "entry/attribute.hpp"
+#include "entry/rule.hpp"
+
+#include <qel/core/image2d.hpp>
+
+#include <cstddef>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <tuple>
+
+// The rules name this operation of a host; nothing here calls it.
+void mexErrMsgTxt(const char*) { std::abort(); }
+
+namespace {
+
+/// 'first', 'second', ...
+template <typename List>
+std::string quoted_names(const List& list) {
+  std::string result;
+  const auto append = [&](const std::string& name) { result += (result.empty() ? "'" : ", '") + name + "'"; };
+  std::apply([&](const auto&... entries) { (append(entries.name), ...); }, list);
+  return result;
+}
+
+void replace_all(std::string& text, const std::string& mark, const std::string& names) {
+  for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += names.size())
+    text.replace(at, mark.size(), names);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  std::ifstream file(argc == 2 ? argv[1] : "");
+  if (!file) {
+    std::cerr << "usage: fill_names TEMPLATE\n";
+    return EXIT_FAILURE;
+  }
+  std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  replace_all(text, "@attributes@", quoted_names(entry::attributes<qel::image2d<unsigned char>>));
+  replace_all(text, "@rules@", quoted_names(entry::rules));
+  std::cout << text;
+  return std::cout.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
