@@ -72,7 +72,11 @@
 %   Area thresholds are cut to whole numbers.  Inertia and standard deviation are
 %   summed in single precision, and the squares of the pixel values in integers
 %   that wrap: 'std' is of use for magnitudes up to 46340 in uint16 and int32,
-%   65535 in uint32, 3037000499 in int64 and 4294967295 in uint64.
+%   65535 in uint32, 3037000499 in int64 and 4294967295 in uint64.  Single
+%   precision has some seven digits: 'std' is inexact for large regions whose
+%   values are far from 0 and differ little (bring the mean to 0, in int16), and
+%   'inertia' for small regions thousands of pixels from the upper left corner
+%   (cut the image into tiles).
 %
 %   Example
 %
@@ -82,7 +86,8 @@
 %     AP(:,:,2)        % I
 %     AP(:,:,3)        % bright regions of less than 3 pixels are cut down
 %
-%   See also attribute_profile_demo, imread, imwrite
+%   See also extended_attribute_profile, differential_attribute_profile,
+%   attribute_profile_montage, attribute_profile_demo, imread, imwrite
 
 % SPDX-License-Identifier: MIT
 

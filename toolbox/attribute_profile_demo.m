@@ -6,14 +6,12 @@ function attribute_profile_demo (picture, folder, step)
 %
 %   Reads the image file PICTURE as grey levels, computes two profiles (area and
 %   standard deviation), checks the planes and writes the montages area.png and
-%   std.png into FOLDER, each plane shown at 1/STEP of its size (default 4).
-%   First row: dark regions removed, from the greatest threshold to the least;
-%   second row: the input; third row: bright regions removed, from the least
-%   threshold to the greatest.  A plane in the wrong place is an error.
+%   std.png into FOLDER, each plane shown at 1/STEP of its size (default 4), as
+%   attribute_profile_montage does.  A plane in the wrong place is an error.
 %
 %   Works in MATLAB and in GNU Octave.
 %
-%   See also attribute_profile
+%   See also attribute_profile, attribute_profile_montage
 
 % SPDX-License-Identifier: MIT
 
@@ -33,7 +31,7 @@ function show_profile (image, attribute, thresholds, folder, step)
   fprintf ('  %d x %d x %d, %.2f seconds\n', size (planes, 1), size (planes, 2), size (planes, 3), toc (start));
   check_planes (image, attribute, thresholds, planes);
   file = fullfile (folder, [attribute '.png']);
-  imwrite (montage_of (planes, step), file);
+  imwrite (attribute_profile_montage (planes, thresholds, 1 / step), file);
   fprintf ('  montage of the planes: %s\n', file);
 end
 
@@ -69,33 +67,4 @@ function grey = grey_levels (picture)
     rgb = double (picture);
     grey = uint8 (0.299 * rgb(:,:,1) + 0.587 * rgb(:,:,2) + 0.114 * rgb(:,:,3));
   end
-end
-
-% Three rows of tiles on grey: planes 1 to N, the middle one, planes N + 2 to 2 N + 1.
-function sheet = montage_of (planes, step)
-  n = (size (planes, 3) - 1) / 2;
-  gap = 4;
-  tile = shrunk (planes(:,:,1), step);
-  [rows, cols] = size (tile);
-  sheet = repmat (uint8 (160), 3 * (rows + gap) + gap, n * (cols + gap) + gap);
-  for k = 1:2*n+1
-    if k <= n
-      place = [0, k - 1];
-    elseif k == n + 1
-      place = [1, (n - 1) / 2];
-    else
-      place = [2, k - n - 2];
-    end
-    top = gap + place(1) * (rows + gap);
-    left = gap + floor (place(2) * (cols + gap));
-    sheet(top+(1:rows), left+(1:cols)) = shrunk (planes(:,:,k), step);
-  end
-end
-
-% Means of STEP x STEP pixels; what is left over at the right and at the bottom is dropped.
-function small = shrunk (plane, step)
-  rows = floor (size (plane, 1) / step);
-  cols = floor (size (plane, 2) / step);
-  blocks = reshape (double (plane(1:rows*step,1:cols*step)), step, rows, step, cols);
-  small = uint8 (reshape (mean (mean (blocks, 1), 3), rows, cols));
 end

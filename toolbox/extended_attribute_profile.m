@@ -1,0 +1,153 @@
+function EAP = extended_attribute_profile (X, varargin)
+%EXTENDED_ATTRIBUTE_PROFILE  Attribute profiles of all bands of an image.
+%
+%   EAP = extended_attribute_profile (X, A, L)
+%   EAP = extended_attribute_profile (X, A, L, C)
+%   EAP = extended_attribute_profile (X, A, L, C, F)
+%   EAP = extended_attribute_profile (..., 'progress')
+%
+%   Computes the attribute profile of each band of X, all with the same
+%   attribute, thresholds, connectivity and rule, and stacks the profiles.  The
+%   bands are typically the first principal components of a picture of many
+%   wavelengths, brought to integers.
+%
+%   Input
+%
+%   X  the image, rows x columns x bands, of class uint8, int8, uint16, int16,
+%      uint32, int32, uint64 or int64; not empty.  A matrix is one band.
+%   A, L, C, F  attribute, thresholds, connectivity and filtering rule, as in
+%      attribute_profile.  A rule that is given is printed once, by band 1.
+%   'progress'  as the last argument: a line is printed for each finished band,
+%      with the seconds that this band took, as in
+%        band 3 of 12, 4.1 s
+%      Bands that run in parallel print theirs in the order they finish.
+%
+%   Output
+%
+%   EAP  rows x columns x (bands * (2N + 1)), of the class of X, for N
+%        thresholds: the 2N + 1 planes of band 1, those of band 2, and so on.
+%        Plane k of band b is EAP(:,:,(b-1)*(2*N+1)+k).
+%
+%   Parallel bands
+%
+%   In MATLAB the bands are the passes of a parfor loop: they run on the workers
+%   of a parallel pool where the Parallel Computing Toolbox is there, on a
+%   cluster's as well, and one after another without it.  In Octave they run on
+%   all cores after 'pkg load parallel', and one after another without it.  The
+%   result is the same.  Bands and profiles are copied between the processes, so
+%   little is gained where a band takes less than some tenths of a second.  Each
+%   band at work needs the memory of a call of attribute_profile, and EAP is held
+%   twice at the end.
+%
+%   Errors
+%
+%   An X that is not as above is an error.  An error of attribute_profile keeps
+%   its message; in parallel, the other bands are finished before it is raised.
+%
+%   Example
+%
+%     X = uint8 (cat (3, magic (8), magic (8)'));
+%     EAP = extended_attribute_profile (X, 'area', [3 10], 'progress');
+%     size (EAP)          % 8 x 8 x 10
+%     EAP(:,:,6:10)       % the profile of the second band
+%
+%   See also attribute_profile, differential_attribute_profile
+
+% SPDX-License-Identifier: MIT
+
+  if ~isinteger (X) || ndims (X) > 3 || isempty (X)
+    error ('extended_attribute_profile: X has to be a rows x columns x bands array of an integer class, not empty');
+  end
+  progress = nargin > 1 && isequal (varargin{end}, 'progress');
+  settings = varargin(1:end-progress);
+  bands = size (X, 3);
+  if exist ('parcellfun', 'file')
+    numbers = reshape (num2cell (1:bands), 1, 1, bands);
+    work = @attempt;  % the processes find a function of this file by its handle, not by its name
+    [profiles, failures] = parcellfun (nproc (), @(band, k) work (band, k, bands, settings, progress), ...
+                                       num2cell (X, [1 2]), numbers, 'UniformOutput', false);
+    failed = find (~cellfun (@isempty, failures), 1);
+    if ~isempty (failed)
+      error (failures{failed});
+    end
+  else
+    profiles = cell (1, bands);
+    parfor k = 1:bands
+      profiles{k} = profile_of_band (X(:,:,k), k, bands, settings, progress);
+    end
+  end
+  EAP = cat (3, profiles{:});
+end
+
+% A process of parcellfun hands on neither an error nor its message; so the message travels as a result.
+function [AP, failure] = attempt (varargin)
+  AP = [];
+  failure = [];
+  try
+    AP = profile_of_band (varargin{:});
+  catch problem
+    failure = struct ('message', problem.message, 'identifier', problem.identifier);
+  end
+end
+
+function AP = profile_of_band (band, k, bands, settings, progress)
+  start = tic;
+  if k == 1
+    AP = attribute_profile (band, settings{:});
+  else
+    evalc ('AP = attribute_profile (band, settings{:});');  % without the line that tells the rule
+  end
+  if progress
+    fprintf ('band %d of %d, %.1f s\n', k, bands, toc (start));
+  end
+end
+
+%!function profiles_are_stacked (X)
+%!  for attribute = {'area', 'std'}
+%!    alone = cellfun (@(band) attribute_profile (band, attribute{1}, [2 9], 8), num2cell (X, [1 2]), ...
+%!                     'UniformOutput', false);
+%!    assert (extended_attribute_profile (X, attribute{1}, [2 9], 8), cat (3, alone{:}));
+%!  endfor
+%!endfunction
+
+%!function messages_are_those_of_one_band (X)
+%!  for settings = {{'area', []}, {'area', 3, 5}, {'perimeter', 3}, {}}
+%!    message = '';
+%!    try, attribute_profile (X(:,:,1), settings{1}{:}); catch problem, message = problem.message; end_try_catch
+%!    fail ('extended_attribute_profile (X, settings{1}{:})', ['^' regexptranslate('escape', message) '$']);
+%!  endfor
+%!endfunction
+
+%!shared X
+%! X = uint8 (cat (3, magic (9), magic (9)', mod (7 * magic (9), 81)));
+
+%!test <*one band after another>
+%! profiles_are_stacked (X);
+%! profiles_are_stacked (X(:,:,2));
+%! messages_are_those_of_one_band (X);
+
+%!test <*the bands in parallel, where Octave's package is installed>
+%! package = pkg ('list', 'parallel');
+%! if ~isempty (package)
+%!   was_loaded = package{1}.loaded;
+%!   pkg load parallel
+%!   unwind_protect
+%!     profiles_are_stacked (X);
+%!     profiles_are_stacked (X(:,:,2));
+%!     messages_are_those_of_one_band (X);
+%!   unwind_protect_cleanup
+%!     if ~was_loaded
+%!       pkg unload parallel
+%!     endif
+%!   end_unwind_protect
+%! endif
+
+%!testif ; ~exist ('parcellfun', 'file') <*the rule is printed once, and a line for each band>
+%! printed = evalc ("extended_attribute_profile (X, 'area', 3, 4, 'max', 'progress');");
+%! assert (regexprep (printed, '\d+\.\d s', 't'), ...
+%!         "Filtering Rule: max\nband 1 of 3, t\nband 2 of 3, t\nband 3 of 3, t\n");
+
+%!test <*X is an array of up to three dimensions, of an integer class, not empty>
+%! for bad = {double(X), X > 3, X(:,:,[]), cat(4, X, X)}
+%!   fail ("extended_attribute_profile (bad{1}, 'area', 3)", 'X has to be');
+%! endfor
