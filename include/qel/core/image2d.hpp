@@ -65,7 +65,7 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
   void init_(const box2d& b, unsigned bdr) {
     auto record = std::make_unique<internal::data<image2d>>(b, bdr);
     this->data_ = record.get();
-    record.release();
+    static_cast<void>(record.release());  // the handle has it now
   }
 
   /// The sites that carry image data.

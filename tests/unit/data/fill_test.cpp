@@ -41,8 +41,9 @@ template <typename I, typename D>
 std::string path_of_fill(I& dest, const D& src) {
   const trace_capture capture;
   qel::data::fill(dest, src);
-  for (const std::string path : {"fastest", "lines", "fast"})
-    if (capture.output().find("data::impl::fill_with_image_" + path + " {") != std::string::npos) return path;
+  for (const char* const path : {"fastest", "lines", "fast"})
+    if (capture.output().find(std::string("data::impl::fill_with_image_") + path + " {") != std::string::npos)
+      return path;
   return "none";
 }
 

@@ -41,6 +41,7 @@ class tracked_ptr {
   ///
   /// This handle is listed before it leaves its old object: if the insertion runs out of memory, nothing has
   /// changed.
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): it shares its own object already.
   tracked_ptr& operator=(const tracked_ptr& rhs) {
     if (rhs.ptr_ == ptr_) return *this;
     if (rhs.holders_ != nullptr) rhs.holders_->insert(this);
