@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iostream>
 #include <limits>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -44,8 +45,9 @@ void write_class(std::ostream& out, support::random_engine& engine) {
         const mxArray* const planes =
             test_host::call({input, test_host::text(attribute), test_host::matrix<double>(1, values.size(), values),
                              test_host::matrix<double>(1, 1, {connectivity}), test_host::text(rule)});
-        write<T>(out, "planes_" + class_name + '_' + attribute + (connectivity == 4 ? "_4_" : "_8_") + rule, type,
-                 planes);
+        std::ostringstream name;
+        name << "planes_" << class_name << '_' << attribute << '_' << connectivity << '_' << rule;
+        write<T>(out, name.str(), type, planes);
       }
   test_host::reset();
 }

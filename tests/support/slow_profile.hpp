@@ -45,8 +45,9 @@ tally tally_of(const matrix<T>& image, site p) {
   using promoted = decltype(T{} * T{});
   using wrapping = std::make_unsigned_t<promoted>;
   const T value = image.values[p];
-  const wrapping bits = static_cast<wrapping>(value);
-  const auto row = static_cast<float>(p / image.cols);
+  const auto bits = static_cast<wrapping>(promoted{value});
+  const site whole_rows = p / image.cols;
+  const auto row = static_cast<float>(whole_rows);
   const auto col = static_cast<float>(p % image.cols);
   return {1,
           {row, col},
@@ -266,12 +267,13 @@ class tree {
     return found == b.end() ? b.back() : *found;
   }
 
+  std::uint64_t wrapping_value(std::size_t n) const { return static_cast<std::uint64_t>(+value(n)); }
+
   /// The node's value less the step to the parent at every failing node of its branch; wraps like T.
   T lowered(std::size_t n, const std::vector<bool>& passes) const {
-    auto result = static_cast<std::uint64_t>(value(n));
+    std::uint64_t result = wrapping_value(n);
     for (const std::size_t m : nodes_[n].branch)
-      if (!passes[m])
-        result -= static_cast<std::uint64_t>(value(m)) - static_cast<std::uint64_t>(value(nodes_[m].parent));
+      if (!passes[m]) result -= wrapping_value(m) - wrapping_value(nodes_[m].parent);
     return static_cast<T>(result);
   }
 

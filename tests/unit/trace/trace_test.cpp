@@ -74,7 +74,7 @@ TEST(trace, outline_of_a_tree_and_its_attribute_image) {
 TEST(trace, tells_the_seconds_when_the_clock_has_moved) {
   const trace_capture capture;
   trace::entering("a");
-  trace::start_times.top() = std::clock() - 3 * 1000000;
+  trace::start_times.top() = std::clock() - 3L * 1000000;
   trace::exiting("a");
   // Some processor time passes in between.
   EXPECT_NEAR(std::stod(capture.output().substr(7)), 3.0, 0.5) << capture.output();
