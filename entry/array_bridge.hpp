@@ -15,6 +15,7 @@
 #include <qel/core/border.hpp>
 #include <qel/core/box2d.hpp>
 #include <qel/core/image2d.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/opt_at.hpp>
 #include <qel/core/point2d.hpp>
 
@@ -49,10 +50,11 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
   if (std::max(rows, cols) > entry::internal::greatest_length()) throw std::bad_array_new_length();
 
   const T* const data = reinterpret_cast<const T*>(mxGetPr(array));
-  const qel::point2d last(static_cast<short>(rows - 1), static_cast<short>(cols - 1));
+  const qel::point2d last(qel::internal::narrowed<short>(rows - 1), qel::internal::narrowed<short>(cols - 1));
   qel::image2d<V> image(qel::box2d(qel::point2d(0, 0), last), qel::border::thickness);
   entry::read_columns(rows, cols, data, [&](std::size_t row, std::size_t col, const T& element) {
-    qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)) = static_cast<V>(element);
+    qel::opt::at(image, qel::internal::narrowed<short>(row), qel::internal::narrowed<short>(col)) =
+        static_cast<V>(element);
   });
   return image;
 }
@@ -64,7 +66,8 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
 template <typename V, typename T>
 void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
   const auto value = [&](std::size_t row, std::size_t col) {
-    return static_cast<T>(qel::opt::at(image, static_cast<short>(row), static_cast<short>(col)));
+    return static_cast<T>(
+        qel::opt::at(image, qel::internal::narrowed<short>(row), qel::internal::narrowed<short>(col)));
   };
   entry::write_columns(image.domain().len(0), image.domain().len(1), value, destination);
 }
@@ -74,7 +77,8 @@ void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
 template <typename V, typename T>
 void write_plane_by_number(const qel::image2d<unsigned>& number, const V* values, T* destination) {
   const auto value = [&](std::size_t row, std::size_t col) {
-    return static_cast<T>(values[qel::opt::at(number, static_cast<short>(row), static_cast<short>(col))]);
+    return static_cast<T>(
+        values[qel::opt::at(number, qel::internal::narrowed<short>(row), qel::internal::narrowed<short>(col))]);
   };
   entry::write_columns(number.domain().len(0), number.domain().len(1), value, destination);
 }

@@ -6,6 +6,8 @@
 // differs between processors; here the range is tested first, and the results are the same everywhere. Every
 // test is written so that a NaN fails it.
 
+#include <qel/core/internal/narrowed.hpp>
+
 #include <cstdint>
 #include <limits>
 
@@ -24,7 +26,7 @@ namespace internal {
 constexpr std::uint32_t low_bits_of_truncated(double number) {
   constexpr double limit = 9223372036854775808.0;  // 2^63
   const bool fits = number >= -limit && number < limit;
-  return fits ? static_cast<std::uint32_t>(static_cast<std::int64_t>(number)) : 0;
+  return fits ? qel::internal::narrowed<std::uint32_t>(static_cast<std::int64_t>(number)) : 0;
 }
 
 /// `number` rounded to the nearest float, ties to even; an infinity if it is too large, a NaN for a NaN.
@@ -39,7 +41,7 @@ constexpr float rounded_to_float(double number) {
   constexpr double midpoint = 0x1.ffffffp127;
   if (number > double{largest}) return number < midpoint ? largest : infinity;
   if (number < -double{largest}) return number > -midpoint ? -largest : -infinity;
-  return static_cast<float>(number);
+  return qel::internal::narrowed<float>(number);
 }
 
 }  // namespace internal

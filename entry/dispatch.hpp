@@ -15,6 +15,7 @@
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/neighb2d.hpp>
 
 #include <cstdint>
@@ -30,7 +31,7 @@ namespace internal {
 
 /// The number of thresholds: the columns of input 3, kept to the 32 bits of the host's dimensions.
 inline std::uint32_t threshold_count(const mxArray* thresholds) {
-  return static_cast<std::uint32_t>(mxGetN(thresholds));
+  return qel::internal::narrowed<std::uint32_t>(mxGetN(thresholds));
 }
 
 /// The output array: an image of `rows` x `cols` with 2N + 1 planes, N being the number of thresholds.

@@ -5,8 +5,8 @@
 // The walks over a box.
 
 #include <qel/core/box2d.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/internal/site_set_iterator_base.hpp>
-#include <qel/core/internal/wrapping.hpp>
 
 namespace qel {
 
@@ -27,12 +27,12 @@ struct box_fwd_piter_ : internal::site_set_iterator_base<box<P>, box_fwd_piter_<
     const box<P>& b = *this->s_;
     P& p = this->p_;
     if (p.col() != b.pmax_col()) {
-      p.col() = internal::to_coord(p.col() + 1);
+      p.col() = internal::narrowed<short>(p.col() + 1);
       return;
     }
     p.col() = b.pmin_col();
     if (p.row() != b.pmax_row()) {
-      p.row() = internal::to_coord(p.row() + 1);
+      p.row() = internal::narrowed<short>(p.row() + 1);
       return;
     }
     invalidate_();
@@ -40,7 +40,7 @@ struct box_fwd_piter_ : internal::site_set_iterator_base<box<P>, box_fwd_piter_<
 
   bool is_valid_() const { return this->p_.row() != this->s_->pmax_row() + 1; }
 
-  void invalidate_() { this->p_.row() = internal::to_coord(this->s_->pmax_row() + 1); }
+  void invalidate_() { this->p_.row() = internal::narrowed<short>(this->s_->pmax_row() + 1); }
 };
 
 /// Visits the first site of each row of a box, from the top. A Site_Iterator.
@@ -59,7 +59,7 @@ struct box_runstart_piter : internal::site_set_iterator_base<box<P>, box_runstar
   void next_() {
     const box<P>& b = *this->s_;
     P& p = this->p_;
-    p.row() = p.row() != b.pmax_row() ? internal::to_coord(p.row() + 1) : b.pmin_row();
+    p.row() = p.row() != b.pmax_row() ? internal::narrowed<short>(p.row() + 1) : b.pmin_row();
     if (p == b.pmin()) invalidate_();
   }
 
@@ -68,7 +68,7 @@ struct box_runstart_piter : internal::site_set_iterator_base<box<P>, box_runstar
   void invalidate_() { this->p_.row() = end_row(); }
 
  private:
-  short end_row() const { return internal::to_coord(this->s_->pmax_row() + 1); }
+  short end_row() const { return internal::narrowed<short>(this->s_->pmax_row() + 1); }
 };
 
 }  // namespace qel

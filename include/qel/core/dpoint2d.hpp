@@ -5,6 +5,7 @@
 #include <qel/core/concept/object.hpp>
 #include <qel/core/grid.hpp>
 #include <qel/core/internal/coord_impl.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/internal/wrapping.hpp>
 
 #include <array>
@@ -24,7 +25,7 @@ struct dpoint : Object<dpoint<G, C>>, internal::mutable_coord_impl_<G::dim, C, d
 
   /// Each value is reduced to the width of a coordinate.
   template <typename Row, typename Col>
-  dpoint(Row row, Col col) : coord_{static_cast<C>(row), static_cast<C>(col)} {}
+  dpoint(Row row, Col col) : coord_{internal::narrowed<C>(row), internal::narrowed<C>(col)} {}
 
   /// The two coordinates, unchanged.
   std::array<C, 2> to_vec() const { return {coord_[0], coord_[1]}; }

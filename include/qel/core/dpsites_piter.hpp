@@ -2,6 +2,7 @@
 #ifndef QEL_CORE_DPSITES_PITER_HPP
 #define QEL_CORE_DPSITES_PITER_HPP
 
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/internal/site_relative_iterator_base.hpp>
 
 namespace qel {
@@ -30,7 +31,7 @@ struct dpsites_fwd_piter : internal::site_relative_iterator_base<W, dpsites_fwd_
   void do_start_() { i_ = 0; }
   void do_next_() { ++i_; }
   bool is_valid_() const { return i_ != this->s_->std_set().vect().size(); }
-  void invalidate_() { i_ = static_cast<unsigned>(this->s_->std_set().vect().size()); }
+  void invalidate_() { i_ = internal::narrowed<unsigned>(this->s_->std_set().vect().size()); }
 
   /// The site reached by the current displacement; it may lie outside every image.
   psite compute_p_() const { return *this->c_ + this->s_->dp(i_); }

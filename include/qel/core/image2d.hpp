@@ -11,7 +11,7 @@
 #include <qel/core/internal/image2d_data.hpp>
 #include <qel/core/internal/image_base.hpp>
 #include <qel/core/internal/metal.hpp>
-#include <qel/core/internal/wrapping.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
 
@@ -107,8 +107,8 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
     const box2d& vb = this->data_->vb_;
     const unsigned ncols = vb.len(1);
     if (ncols == 0) return vb.pmin();
-    return {internal::to_coord(static_cast<unsigned>(vb.pmin_row()) + i / ncols),
-            internal::to_coord(static_cast<unsigned>(vb.pmin_col()) + i % ncols)};
+    return {internal::narrowed<short>(static_cast<unsigned>(vb.pmin_row()) + i / ncols),
+            internal::narrowed<short>(static_cast<unsigned>(vb.pmin_col()) + i % ncols)};
   }
 };
 

@@ -3,6 +3,7 @@
 #define QEL_CORE_P_ARRAY_HPP
 
 #include <qel/core/concept/site_set.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/p_indexed_psite.hpp>
 #include <qel/core/point2d.hpp>
 
@@ -41,7 +42,7 @@ struct p_array : Site_Set<p_array<P>> {
   void insert(const P& p) { vect_.push_back(p); }
 
   /// Number of sites, reduced to 32 bits.
-  unsigned nsites() const { return static_cast<unsigned>(vect_.size()); }
+  unsigned nsites() const { return internal::narrowed<unsigned>(vect_.size()); }
 
   /// Whether the index of `q` is that of a site; the site itself is not looked at.
   bool has(const psite& q) const { return q.index() >= 0 && static_cast<unsigned>(q.index()) < nsites(); }

@@ -6,7 +6,7 @@
 #include <qel/core/dpoint2d.hpp>
 #include <qel/core/grid.hpp>
 #include <qel/core/internal/coord_impl.hpp>
-#include <qel/core/internal/wrapping.hpp>
+#include <qel/core/internal/narrowed.hpp>
 
 #include <array>
 #include <limits>
@@ -54,11 +54,11 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
 
   /// The site to which `dp` leads from `p`. Each coordinate wraps modulo 65536: (32767, 0) + (1, 0) is (-32768, 0).
   friend point operator+(const point& p, const dpsite& dp) {
-    return {internal::to_coord(p.row() + dp.row()), internal::to_coord(p.col() + dp.col())};
+    return {internal::narrowed<short>(p.row() + dp.row()), internal::narrowed<short>(p.col() + dp.col())};
   }
   /// The site from which `dp` leads to `p`; wraps in the same way.
   friend point operator-(const point& p, const dpsite& dp) {
-    return {internal::to_coord(p.row() - dp.row()), internal::to_coord(p.col() - dp.col())};
+    return {internal::narrowed<short>(p.row() - dp.row()), internal::narrowed<short>(p.col() - dp.col())};
   }
 
  private:

@@ -4,6 +4,8 @@
 
 // The set of all values of a type, as an object.
 
+#include <qel/core/internal/narrowed.hpp>
+
 #include <limits>
 
 namespace qel {
@@ -27,7 +29,9 @@ struct iterable_integer_set {
   unsigned nvalues() const { return 256; }
 
   /// The value of index `i`, in [0, 255].
-  T operator[](unsigned i) const { return static_cast<T>(static_cast<int>(i) + std::numeric_limits<T>::min()); }
+  T operator[](unsigned i) const {
+    return qel::internal::narrowed<T>(static_cast<int>(i) + std::numeric_limits<T>::min());
+  }
 
   bool has(const T&) const { return true; }
 

@@ -4,6 +4,7 @@
 
 #include <qel/core/concept/window.hpp>
 #include <qel/core/dpoint2d.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/util/set.hpp>
 
@@ -65,7 +66,7 @@ class window : public internal::window_base<D, window<D>> {
   unsigned delta() const {
     int d = 0;
     for (const D& dp : dps_.vect()) d = std::max({d, std::abs(int{dp.row()}), std::abs(int{dp.col()})});
-    return static_cast<unsigned>(d);
+    return internal::narrowed<unsigned>(d);
   }
 
   /// Becomes its own mirror image.

@@ -13,6 +13,7 @@
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/internal/large_pages.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
 
@@ -44,7 +45,7 @@ struct radix_digit {
   unsigned shift;
   std::vector<unsigned> places = std::vector<unsigned>(size);
 
-  unsigned of(U key) const { return static_cast<unsigned>(key >> shift) & (size - 1); }
+  unsigned of(U key) const { return qel::internal::narrowed<unsigned>(key >> shift) & (size - 1); }
   unsigned take_place(U key) { return places[of(key)]++; }
 
   /// Whether all `n` keys counted have the same digit here.
@@ -63,7 +64,8 @@ void for_each_key(const I& ima, typename I::value least, Visit visit) {
   using unsigned_t = std::make_unsigned_t<typename I::value>;
   typename I::domain_t::fwd_piter p(ima.domain());
   for (p.start(); p.is_valid(); p.next())
-    visit(static_cast<unsigned_t>(static_cast<unsigned_t>(ima(p)) - static_cast<unsigned_t>(least)), p.to_site());
+    visit(qel::internal::narrowed<unsigned_t>(static_cast<unsigned_t>(ima(p)) - static_cast<unsigned_t>(least)),
+          p.to_site());
 }
 
 /// The least and the greatest value of an image's domain.
@@ -108,7 +110,7 @@ p_array2d radix_sorted_psites(const I& ima) {
   using key_t = std::make_unsigned_t<typename I::value>;
   using keyed_t = internal::keyed_site<key_t>;
   const auto [least, greatest] = internal::value_range(ima);
-  const auto span = static_cast<key_t>(static_cast<key_t>(greatest) - static_cast<key_t>(least));
+  const auto span = qel::internal::narrowed<key_t>(static_cast<key_t>(greatest) - static_cast<key_t>(least));
   auto digits = internal::radix_digits<key_t>(ima, least, span);
   const std::size_t n = ima.domain().nsites();
   p_array2d result;

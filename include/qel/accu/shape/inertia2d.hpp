@@ -3,6 +3,7 @@
 #define QEL_ACCU_SHAPE_INERTIA2D_HPP
 
 #include <qel/accu/internal/base.hpp>
+#include <qel/core/internal/narrowed.hpp>
 
 namespace qel {
 
@@ -49,7 +50,7 @@ struct inertia2d : accu::internal::base<float, inertia2d<P>> {
   float to_result() const {
     const float moments = 0.0f + central_moment(0) + central_moment(1);
     const auto n = static_cast<double>(count_);
-    return static_cast<float>(static_cast<double>(moments) / (n * n));
+    return qel::internal::narrowed<float>(static_cast<double>(moments) / (n * n));
   }
 
   /// Always true, also for an empty accumulator.

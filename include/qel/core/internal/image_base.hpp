@@ -4,6 +4,7 @@
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/internal/metal.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/util/tracked_ptr.hpp>
 #include <qel/core/value_set.hpp>
 
@@ -57,7 +58,7 @@ struct image_fastest_<I, metal::bool_<true>> {
   template <typename P>
   unsigned index_of_point(const P& p) const {
     const I& ima = force_exact<I>(*this);
-    return static_cast<unsigned>(&ima(p) - ima.buffer());
+    return internal::narrowed<unsigned>(&ima(p) - ima.buffer());
   }
 };
 

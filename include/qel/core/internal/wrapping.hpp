@@ -7,6 +7,8 @@
 // Signed overflow is undefined in C++; unsigned arithmetic wraps. Each operation here is done in the unsigned
 // type of the promoted operand and cast back, which gives the bits that a two's complement processor gives.
 
+#include <qel/core/internal/narrowed.hpp>
+
 #include <type_traits>
 
 namespace qel {
@@ -24,7 +26,7 @@ template <typename T>
 constexpr T wrapping_sub(T a, T b) {
   static_assert(std::is_integral_v<T>, "wrapping_sub: an integer type is needed");
   using U = unsigned_promoted_t<T>;
-  return static_cast<T>(static_cast<U>(a) - static_cast<U>(b));
+  return narrowed<T>(static_cast<U>(a) - static_cast<U>(b));
 }
 
 /// `a * a` in the type that T promotes to, modulo 2^(width of that type). So the square of the `unsigned
@@ -34,13 +36,6 @@ constexpr promoted_t<T> wrapping_square(T a) {
   static_assert(std::is_integral_v<T>, "wrapping_square: an integer type is needed");
   using U = unsigned_promoted_t<T>;
   return static_cast<promoted_t<T>>(static_cast<U>(a) * static_cast<U>(a));
-}
-
-/// The low 16 bits of `v` as a signed coordinate.
-template <typename T>
-constexpr short to_coord(T v) {
-  static_assert(std::is_integral_v<T>, "to_coord: an integer type is needed");
-  return static_cast<short>(v);
 }
 
 }  // namespace internal

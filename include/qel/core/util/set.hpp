@@ -2,6 +2,7 @@
 #ifndef QEL_CORE_UTIL_SET_HPP
 #define QEL_CORE_UTIL_SET_HPP
 
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/util/ord.hpp>
 
 #include <set>
@@ -33,7 +34,7 @@ class set {
   }
 
   /// Number of elements; changes no form.
-  unsigned nelements() const { return static_cast<unsigned>(frozen_ ? v_.size() : s_.size()); }
+  unsigned nelements() const { return internal::narrowed<unsigned>(frozen_ ? v_.size() : s_.size()); }
 
   /// Element number `i` in ascending order; freezes the set. \pre `i < nelements()`.
   const T& operator[](unsigned i) const { return vect()[i]; }

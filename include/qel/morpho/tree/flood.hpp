@@ -20,6 +20,7 @@
 
 #include <qel/core/image2d.hpp>
 #include <qel/core/internal/large_pages.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/util/priority_bits.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
@@ -101,7 +102,7 @@ struct flooded_nodes {
   }
 
   unsigned add() {
-    const auto number = static_cast<unsigned>(parent.size());
+    const auto number = qel::internal::narrowed<unsigned>(parent.size());
     canonical.push_back(0);
     parent.push_back(node_sheet::site(number));
     return number;
@@ -127,7 +128,7 @@ struct flooded_nodes {
 template <typename L, typename Around>
 flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ties, level_queues& waiting,
                     image2d<unsigned>& numbers) {
-  const auto n = static_cast<unsigned>(around.size());
+  const auto n = qel::internal::narrowed<unsigned>(around.size());
   // The least canonical place is sought: places are turned round where it is the last one.
   const unsigned turn = last_ties ? ~0u : 0u;
   unsigned* const number = numbers.buffer();

@@ -3,7 +3,7 @@
 #define QEL_MORPHO_TREE_NODE_SHEET_HPP
 
 #include <qel/core/box2d.hpp>
-#include <qel/core/internal/wrapping.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
 
 #include <algorithm>
@@ -26,12 +26,12 @@ struct node_sheet {
   /// The sheet of `n` nodes. \pre `n` is not 0. Beyond the first row it may have some sites more.
   static box2d domain(unsigned n) {
     const unsigned last = n - 1;
-    return {point2d(0, 0),
-            point2d(qel::internal::to_coord(last / ncols), qel::internal::to_coord(std::min(last, ncols - 1)))};
+    return {point2d(0, 0), point2d(qel::internal::narrowed<short>(last / ncols),
+                                   qel::internal::narrowed<short>(std::min(last, ncols - 1)))};
   }
 
   static point2d site(unsigned number) {
-    return {qel::internal::to_coord(number / ncols), qel::internal::to_coord(number % ncols)};
+    return {qel::internal::narrowed<short>(number / ncols), qel::internal::narrowed<short>(number % ncols)};
   }
 
   static unsigned number(const point2d& site) {

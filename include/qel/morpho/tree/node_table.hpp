@@ -3,6 +3,7 @@
 #define QEL_MORPHO_TREE_NODE_TABLE_HPP
 
 #include <qel/core/box_piter.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
@@ -28,7 +29,7 @@ struct node_table {
   using site = typename I::site;
 
   /// Number of nodes: from 1, of a flat image, to one for each site.
-  unsigned nnodes() const { return static_cast<unsigned>(canonical.size()); }
+  unsigned nnodes() const { return qel::internal::narrowed<unsigned>(canonical.size()); }
 
   typename trait::ch_value<I, unsigned>::ret number;  ///< the node of each site; the border means nothing
   std::vector<site> canonical;                        ///< the canonical site of each node

@@ -9,6 +9,7 @@
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/image2d.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
 
 #include <cstddef>
@@ -49,7 +50,7 @@ std::vector<level_range> set_sweep_levels(std::true_type, const I& f, const S&, 
   const int before_first = (order.increasing ? limits::min() : -limits::max()) - 1;
   box_fwd_piter_<typename I::site> p(f.domain());
   for (p.start(); p.is_valid(); p.next()) {
-    const auto level = static_cast<typename L::value>(sign * f(p) - before_first);
+    const auto level = qel::internal::narrowed<typename L::value>(sign * f(p) - before_first);
     levels(p) = level;
     ++ranges[level].top;
   }
@@ -80,7 +81,7 @@ std::vector<level_range> set_sweep_levels(std::false_type, const I& f, const S& 
     const typename I::value v = f(p);
     if (i == 0 || v != last) ranges.push_back({i, i});
     last = v;
-    levels(p) = static_cast<unsigned>(ranges.size()) - 1;
+    levels(p) = qel::internal::narrowed<unsigned>(ranges.size()) - 1;
   }
   return ranges;
 }
