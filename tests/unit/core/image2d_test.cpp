@@ -4,6 +4,7 @@
 
 #include <qel/core/opt_at.hpp>
 
+#include <cstddef>
 #include <tuple>
 
 #include "tests/unit/unit.hpp"
@@ -31,6 +32,21 @@ TEST(image2d, the_border_counts_for_the_range_of_coordinates) {
   const image2d<char> beyond(box2d({0, 0}, {32765, 9}));
   EXPECT_EQ(beyond.nelements(), 0u);
   EXPECT_EQ(beyond.domain().nsites(), 327660u);
+}
+
+// 4.3 billion bytes, of which a few pages are touched: counts fit 32 bits, sizes in bytes and places in memory do not.
+TEST(image2d, the_largest_image_is_addressed_beyond_32_bits) {
+  image2d<int> ima(box2d({0, 0}, {32764, 32764}));
+  EXPECT_EQ(ima.domain().nsites(), 1073545225u);
+  EXPECT_EQ(ima.nelements(), 32771u * 32771u);
+  const point2d last(32764, 32764);
+  const unsigned index = 32767u * 32771u + 32767u;
+  ima(last) = 7;
+  EXPECT_EQ(&ima(last) - ima.buffer(), std::ptrdiff_t{index});
+  EXPECT_EQ(ima.element(index), 7);
+  EXPECT_EQ(ima.index_of_point(last), index);
+  EXPECT_EQ(ima.point_at_index(index), last);
+  EXPECT_EQ(ima.delta_index(dpoint2d(32764, 32764)), 32764 * 32771 + 32764);
 }
 
 // The row table is biased by the first row and column: the cases put coordinate 0 in the padded box, before
