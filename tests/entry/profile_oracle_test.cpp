@@ -159,7 +159,8 @@ void expect_oracle_planes(const matrix<T>& image, std::size_t most_thresholds, s
   for (const int connectivity : {4, 8}) {
     const oracle::slow_profile<T> slow(image, connectivity);
     for (const auto& [short_name, long_name] : attributes)
-      for (const char* const rule : {"min", "max", "direct", "sub", ""}) {
+      for (std::size_t k = 0; k <= rules.size(); ++k) {
+        const std::string rule = k < rules.size() ? rules[k] : "";
         const std::string attribute = support::below(2, engine) == 0 ? short_name : long_name;
         const double given = connectivity == 4 && support::below(3, engine) == 0 ? 0 : connectivity;
         const std::size_t n = 1 + support::below(most_thresholds, engine);
