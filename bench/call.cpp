@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-//   bench_call [--save FILE] PICTURE,ATTRIBUTE,CONNECTIVITY,THRESHOLD/THRESHOLD/... ...
+//   bench_call [--save FILE | --no-floor] PICTURE,ATTRIBUTE,CONNECTIVITY,THRESHOLD/THRESHOLD/...[,RULE] ...
 //
-// Times whole calls of the module's mexFunction in the test host, with the attribute's default rule. Prints a
-// line of JSON for each case: samples of call and floor in milliseconds, page faults and peak memory. Every
-// round runs every case once, right after its floor, so that what disturbs the machine disturbs all of them.
-// --save writes the planes of the first case to FILE, column by column.
+// Times whole calls of the module's mexFunction in the test host, with the attribute's default rule if none is
+// given. Prints a line of JSON for each case: samples of call and floor in milliseconds, page faults and peak
+// memory. Every round runs every case once, right after its floor, so that what disturbs the machine disturbs
+// all of them. --save writes the planes of the first case to FILE, column by column. --no-floor leaves out the
+// floors, which need lengths that are multiples of 64.
 //
 // Each sample comes from a new process: what earlier work left in the heap would decide how many pages a call
 // has to fault in. Times are processor times: a call runs on one thread and waits for nothing, so they are
@@ -61,6 +62,7 @@ struct call_case {
   std::string attribute;
   double connectivity;
   std::vector<double> thresholds;
+  std::string rule;
 
   std::vector<sample> calls = {};
   std::vector<sample> floors = {};
@@ -76,8 +78,8 @@ struct loaded_picture {
 
 call_case parse_case(const std::string& text) {
   const auto fields = split(text, ',');
-  if (fields.size() != 4) throw std::runtime_error("four fields expected: " + text);
-  call_case c{text, fields[0], fields[1], std::stod(fields[2]), {}};
+  if (fields.size() != 4 && fields.size() != 5) throw std::runtime_error("four or five fields expected: " + text);
+  call_case c{text, fields[0], fields[1], std::stod(fields[2]), {}, fields.size() == 5 ? fields[4] : ""};
   for (const std::string& threshold : split(fields[3], '/')) c.thresholds.push_back(std::stod(threshold));
   return c;
 }
@@ -122,9 +124,9 @@ sample measured(Work work) {
   return {processor_ms() - start, page_faults() - faults, status_bytes("VmHWM") - bytes};
 }
 
-/// Runs `work`, which gives a sample, in a child process.
+/// Runs `work` of the case `name`, which gives a sample, in a child process.
 template <typename Work>
-sample in_child(Work work) {
+sample in_child(const std::string& name, Work work) {
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("no pipe");
   const pid_t child = fork();
@@ -137,7 +139,7 @@ sample in_child(Work work) {
   const bool told = child > 0 && read(ends[0], &s, sizeof s) == sizeof s;
   close(ends[0]);
   if (child > 0) waitpid(child, nullptr, 0);
-  if (!told) throw std::runtime_error("the child process failed");
+  if (!told) throw std::runtime_error("the child process failed: " + name);
   return s;
 }
 
@@ -160,7 +162,7 @@ sample run_floor_of(const call_case& c, const loaded_picture& image) {
 sample run_call(const call_case& c, const picture& image, const std::string& save) {
   const std::vector<const mxArray*> args = {image.to_array(), test_host::text(c.attribute),
                                             test_host::matrix<double>(1, c.thresholds.size(), c.thresholds),
-                                            test_host::matrix<double>(1, 1, {c.connectivity})};
+                                            test_host::matrix<double>(1, 1, {c.connectivity}), test_host::text(c.rule)};
   const mxArray* output = nullptr;
   sample s = measured([&] { output = test_host::call(args); });
   const std::size_t output_bytes = c.planes() * image.block.size();
@@ -176,10 +178,10 @@ template <typename Field>
 std::string json(const std::vector<sample>& samples, Field field) {
   std::ostringstream text;
   for (const sample& s : samples) text << (text.tellp() == 0 ? "[" : ", ") << s.*field;
-  return text.str() + "]";
+  return samples.empty() ? "[]" : text.str() + "]";
 }
 
-void run(std::vector<call_case> cases, const std::string& save) {
+void run(std::vector<call_case> cases, const std::string& save, bool with_floor) {
   std::map<std::string, loaded_picture> pictures;
   for (const call_case& c : cases)
     if (pictures.count(c.path) == 0) pictures.emplace(c.path, load(c.path));
@@ -188,8 +190,8 @@ void run(std::vector<call_case> cases, const std::string& save) {
     for (call_case& c : cases) {
       const loaded_picture& image = pictures.at(c.path);
       const bool saved = round == 0 && &c == cases.data();
-      c.floors.push_back(in_child([&] { return run_floor_of(c, image); }));
-      c.calls.push_back(in_child([&] { return run_call(c, image.columns, saved ? save : ""); }));
+      if (with_floor) c.floors.push_back(in_child(c.name, [&] { return run_floor_of(c, image); }));
+      c.calls.push_back(in_child(c.name, [&] { return run_call(c, image.columns, saved ? save : ""); }));
     }
   for (const call_case& c : cases)
     std::cout << "{\"case\": \"" << c.name << "\", \"sites\": " << pictures.at(c.path).columns.sites()
@@ -208,11 +210,13 @@ int main(int argc, char* argv[]) {
     save = args[1];
     args.erase(args.begin(), args.begin() + 2);
   }
+  const bool with_floor = args.empty() || args[0] != "--no-floor";
+  if (!with_floor) args.erase(args.begin());
   try {
     std::vector<bench::call_case> cases;
     cases.reserve(args.size());
     for (const std::string& arg : args) cases.push_back(bench::parse_case(arg));
-    bench::run(std::move(cases), save);
+    bench::run(std::move(cases), save, with_floor);
   } catch (const std::exception& e) {
     std::cerr << "bench_call: " << e.what() << std::endl;
     return EXIT_FAILURE;

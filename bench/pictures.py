@@ -4,9 +4,9 @@
 
     pictures.py FOLDER HARD_SIDE SIDE...
 
-Writes mosaic-SIDE-CLASS for each SIDE (a multiple of 256) and the hard pictures of HARD_SIDE into FOLDER. A
-file holds one line, "CLASS ROWS COLUMNS", and the pixels column by column, the order of a host's array. Files
-that are newer than this script are kept.
+Writes mosaic-SIDE-CLASS for each SIDE (a multiple of 256), the hard pictures of HARD_SIDE, and those of one row
+or column into FOLDER. A file holds one line, "CLASS ROWS COLUMNS", and the pixels column by column, the order of
+a host's array. Files that are newer than this script are kept.
 
 A mosaic is made of different crops of photographs: pixels repeat where crops overlap or are channels of one
 picture, but no crop is used twice. All sides draw from one shuffled list, so that they have the same mix and
@@ -24,6 +24,7 @@ from PIL import Image
 from scipy.ndimage import gaussian_filter
 
 CROP = 256
+LONGEST = 32765  # rows or columns of an image
 GREEN = 1
 PACKAGES = {
     "/usr/share/xplanet/images": "earth.jpg night.jpg",
@@ -103,6 +104,27 @@ def spiral(side):
     return ring
 
 
+def serpentine(side):
+    """Where a path one pixel wide runs that covers every other row, turning at the ends."""
+    path = np.arange(side)[:, None] % 2 == np.zeros(side)
+    path[1::4, -1] = path[3::4, 0] = True
+    return path
+
+
+def rising_serpentine(side):
+    """The path's values rise from its start to its end: one branch that winds through the picture."""
+    steps = np.arange(side * side).reshape(side, side)
+    steps[2::4] = steps[2::4, ::-1]
+    return steps * serpentine(side)
+
+
+def comb(side):
+    """Teeth one pixel wide, each of its own value, that meet in the last row."""
+    teeth = np.arange(side)[None, :] * np.ones((side, 1))
+    teeth[:-1, 1::2] = 0
+    return teeth
+
+
 def hard_pictures(side):
     noise = np.random.default_rng(20100514)
     yield "constant", "uint8", lambda: np.full((side, side), 7)
@@ -112,16 +134,38 @@ def hard_pictures(side):
     yield "noise", "int32", lambda: noise.integers(-2**31, 2**31, (side, side))
     yield "checkerboard", "uint8", lambda: np.indices((side, side)).sum(0) % 2 * 255
     yield "spiral", "uint8", lambda: spiral(side)
+    yield "serpentine", "uint8", lambda: serpentine(side) * 255
+    yield "serpentine", "int32", lambda: rising_serpentine(side)
+    yield "comb", "uint16", lambda: comb(side)
+    yield "lying-comb", "uint16", lambda: comb(side).T
+    yield "distinct", "int32", lambda: noise.permutation(side * side).reshape(side, side)
+    yield "two-values", "uint8", lambda: noise.integers(7, 9, (side, side))
+    yield "salt-and-pepper", "uint8", lambda: np.where(noise.random((side, side)) < 0.1,
+                                                       noise.integers(0, 2, (side, side)) * 255, mosaic(side))
+    for kind in ("uint8", "uint16", "int32"):
+        range_ = np.iinfo(kind)
+        yield "extremes", kind, lambda: noise.choice([range_.min, range_.max], (side, side))
 
 
-def write(folder, name, kind, side, make):
-    path = folder / f"{name}-{side}-{kind}"
+def line_of_photographs():
+    return stretched(mosaic(2048)[::128].reshape(1, -1)[:, :LONGEST], -2**23, 2**23 - 1)
+
+
+def lines():
+    """One row as long as can be, of rising values and of photographs, and one such column."""
+    for name, make in ("ramp", lambda: np.arange(LONGEST)[None]), ("mosaic", line_of_photographs):
+        yield f"{name}-1x{LONGEST}", "int32", make
+        yield f"{name}-{LONGEST}x1", "int32", lambda: make().T
+
+
+def write(path, kind, make):
     if path.exists() and path.stat().st_mtime > pathlib.Path(__file__).stat().st_mtime:
         return
     unfinished = path.with_suffix(".unfinished")
+    pixels = make().astype(kind)
     with unfinished.open("wb") as out:
-        out.write(f"{kind} {side} {side}\n".encode())
-        out.write(make().astype(kind).tobytes("F"))
+        out.write("{} {} {}\n".format(kind, *pixels.shape).encode())
+        out.write(pixels.tobytes("F"))
     os.replace(unfinished, path)
 
 
@@ -129,11 +173,13 @@ def main(folder, hard_side, *sides):
     folder = pathlib.Path(folder)
     folder.mkdir(parents=True, exist_ok=True)
     for side in map(int, sides):
-        write(folder, "mosaic", "uint8", side, lambda: mosaic(side))
-        write(folder, "mosaic", "uint16", side, lambda: stretched(mosaic(side), 0, 2**16 - 1))
-        write(folder, "mosaic", "int32", side, lambda: stretched(mosaic(side), -2**23, 2**23 - 1))
+        write(folder / f"mosaic-{side}-uint8", "uint8", lambda: mosaic(side))
+        write(folder / f"mosaic-{side}-uint16", "uint16", lambda: stretched(mosaic(side), 0, 2**16 - 1))
+        write(folder / f"mosaic-{side}-int32", "int32", lambda: stretched(mosaic(side), -2**23, 2**23 - 1))
     for name, kind, make in hard_pictures(int(hard_side)):
-        write(folder, name, kind, int(hard_side), make)
+        write(folder / f"{name}-{hard_side}-{kind}", kind, make)
+    for name, kind, make in lines():
+        write(folder / f"{name}-{kind}", kind, make)
 
 
 if __name__ == "__main__":
