@@ -116,4 +116,11 @@ TEST_F(accepted_call, without_inputs_prints_the_usage_and_touches_no_output) {
 
 TEST_F(accepted_call, version_is_told) { EXPECT_STREQ(mexVersion(), "MATLAB R14 native"); }
 
+// A host that tells trailing dimensions as columns makes a list of a 1 x 2 x 2 array.
+TEST_F(accepted_call, thresholds_in_trailing_dimensions_are_a_list) {
+  const mxArray* const planes =
+      test_host::call({matrix<short>(1, 1, {200}), text("s"), array(mxDOUBLE_CLASS, {1, 2, 2})});
+  EXPECT_EQ(test_host::values<short>(planes), std::vector<short>(9, 200));
+}
+
 }  // namespace

@@ -62,7 +62,7 @@ TYPED_TEST_SUITE(hard_image, support::value_types, support::value_type_names);
 TYPED_TEST(hard_image, is_filtered_until_nothing_is_left_and_mirrored_by_its_complement) {
   for (const auto& [name, image] : hard_images<TypeParam>(std::is_same_v<TypeParam, int> ? 300 : 60)) {
     const auto input = column_major(image);
-    const auto size = static_cast<std::ptrdiff_t>(input.size());
+    const std::size_t size = input.size();
     const auto [least, greatest] = std::minmax_element(input.begin(), input.end());
     auto complement = image;
     for (TypeParam& value : complement.values) value = static_cast<TypeParam>(~value);
@@ -73,11 +73,13 @@ TYPED_TEST(hard_image, is_filtered_until_nothing_is_left_and_mirrored_by_its_com
         if (attribute == "a" || attribute == "d") {  // the others round sums in another order
           const auto mirrored = planes(complement, attribute, rule);
           for (std::size_t i = 0; i < found.size(); ++i)
-            expected[i] = static_cast<TypeParam>(~mirrored[(4 - i / input.size()) * input.size() + i % input.size()]);
+            expected[i] = static_cast<TypeParam>(~mirrored[(4 - i / size) * size + i % size]);
         }
-        std::fill_n(expected.begin(), size, *greatest);
-        std::copy(input.begin(), input.end(), expected.begin() + 2 * size);
-        std::fill_n(expected.end() - size, size, *least);
+        for (std::size_t i = 0; i < size; ++i) {
+          expected[i] = *greatest;
+          expected[2 * size + i] = input[i];
+          expected[4 * size + i] = *least;
+        }
         ASSERT_TRUE(found == expected) << name << ", " << attribute << ", " << rule;
       }
   }

@@ -83,36 +83,7 @@ matrix<T> complement(matrix<T> m) {
   return m;
 }
 
-// ---- The oracle itself, on examples worked out by hand
-
-template <typename T>
-std::vector<matrix<T>> oracle_planes(const matrix<T>& image, const request& r) {
-  const auto all =
-      oracle::slow_profile<T>(image, static_cast<int>(r.connectivity)).planes(r.attribute, r.thresholds, r.rule);
-  std::vector<matrix<T>> result;
-  for (std::size_t p = 0; p < 2 * r.thresholds.size() + 1; ++p) result.push_back(plane(all, image, p));
-  return result;
-}
-
-TEST(slow_profile, area_under_both_connectivities) {
-  const matrix<unsigned char> image{3, 4, {2, 2, 9, 9, 2, 8, 1, 9, 7, 7, 1, 3}};
-  const auto four = oracle_planes(image, {"a", {3}, 4, "min"});
-  EXPECT_EQ(four[0].values, (std::vector<unsigned char>{2, 2, 9, 9, 2, 8, 3, 9, 7, 7, 3, 3}));
-  EXPECT_EQ(four[1], image);
-  EXPECT_EQ(four[2].values, (std::vector<unsigned char>{2, 2, 9, 9, 2, 7, 1, 9, 7, 7, 1, 3}));
-  const auto eight = oracle_planes(image, {"a", {3}, 8, "min"});
-  EXPECT_EQ(eight[0].values, (std::vector<unsigned char>{2, 2, 9, 9, 2, 8, 2, 9, 7, 7, 2, 3}));
-  EXPECT_EQ(eight[2], image);
-}
-
-TEST(slow_profile, four_rules_on_one_max_tree) {
-  const matrix<int> image{1, 5, {4, 9, 3, 5, 1}};
-  const auto filtered = [&](const std::string& rule) { return oracle_planes(image, {"s", {2.5}, 4, rule})[2].values; };
-  EXPECT_EQ(filtered("min"), (std::vector<int>{1, 1, 1, 1, 1}));
-  EXPECT_EQ(filtered("max"), (std::vector<int>{4, 4, 3, 3, 1}));
-  EXPECT_EQ(filtered("direct"), (std::vector<int>{4, 4, 1, 1, 1}));
-  EXPECT_EQ(filtered("sub"), (std::vector<int>{2, 2, 1, 1, 1}));
-}
+// ---- The oracle itself
 
 TEST(slow_profile, attribute_values_worked_out_by_hand) {
   const auto of_one_node = [](const auto& image, const std::string& attribute) {

@@ -53,13 +53,9 @@ for area in '' -1 3x 4294967296; do
   fails 1 'filter_pgm: AREA is not a number of pixels' "$dir/in.pgm" "$dir/out.pgm" "$area"
 done
 refuses 'not a PGM file' 'P6 1 1 9 5'
-refuses 'not a PGM file' ''
-refuses 'missing or bad width (1 to 32765)' 'P2 0 1 9'
 refuses 'missing or bad height (1 to 32765)' 'P2 1 32766 9 1'
 refuses 'missing or bad greatest value (1 to 65535)' 'P5 1 1 65536\n1'
-refuses 'missing or bad sample' 'P2 2 1 9 5'
 refuses 'missing or bad sample' 'P2 1 1 9 10'
-refuses 'missing or bad sample' 'P2 1 1 9 -1'
 refuses 'the file ends before the last sample' 'P5 2 1 65535\nabc'
 refuses 'a sample exceeds the greatest value' 'P5 1 1 96\na'
 exit $((failures > 0))

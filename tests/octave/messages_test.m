@@ -15,18 +15,13 @@
 
 %!test <*wrong inputs>
 %! check_message ({I}, "Wrong number of inputs.");
-%! check_message ({I, 'a', 3, 4, 'min', 1}, "Wrong number of inputs.");
 %! check_message ({I, 'a', 3, 4, 5}, 'Input 5 has to be either a string or empty.');
 %! check_message ({I, 'a', 3, [4 8]}, 'Input 4 has to be either a scalar double or empty.');
-%! check_message ({I, 'a', 3, int32(8)}, 'Input 4 has to be either a scalar double or empty.');
 %! check_message ({[], 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
-%! check_message ({'image', 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
 %! check_message ({{I}, 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
 %! check_message ({@sin, 'a', 3}, 'Input 1 has to be a numeric 1D or 2D array.');
 %! check_message ({cat(3, I, I), 'a', 3}, 'Input 1. Data with more than two dimensions are not supported.');
 %! check_message ({I, 5, 3}, 'Input 2 has to be a string.');
-%! check_message ({I, '', 3}, 'Input 2 has to be a string.');
-%! check_message ({I, 'a', []}, 'Input 3 has not to be empty.');
 %! check_message ({I, 'a', 1:0}, 'Input 3 has not to be empty.');
 
 %!test <*images of other classes>
@@ -54,7 +49,6 @@
 %! for thresholds = {sparse(4), sparse([1 0 5]), sparse(zeros (1, 100))}
 %!   check_message ({I, 'a', thresholds{1}}, 'Input 3 has to be a 1xN array of double.');
 %! endfor
-%! check_message ({I, 'a', 3, sparse(4)}, 'Input 4 has to be either a scalar double or empty.');
 %! check_message ({I, 'a', 3, sparse(0)}, 'Input 4 has to be either a scalar double or empty.');
 
 %!test <*images beyond 32765 rows or columns run out of memory, not into it>

@@ -3,45 +3,13 @@
 // Windows, neighbourhoods and their walks.
 
 #include <qel/core/neighb2d.hpp>
-#include <qel/core/util/set.hpp>
 #include <qel/core/window2d.hpp>
-
-#include <iterator>
-#include <set>
 
 #include "tests/unit/unit.hpp"
 
 namespace {
 
 using namespace unit;
-
-TEST(util_set, behaves_like_an_ordered_set_in_both_forms) {
-  SCOPED_TRACE(::testing::Message() << "seed " << seed);
-  support::random_engine engine(seed);
-  qel::util::set<dpoint2d> set;
-  std::set<std::pair<int, int>> model;
-  for (int step = 0; step < 600; ++step) {
-    const int row = static_cast<int>(support::below(4, engine)) - 2;
-    const int col = static_cast<int>(support::below(4, engine)) - 2;
-    const std::size_t operation = support::below(40, engine);
-    if (operation == 0) {
-      set.clear();
-      model.clear();
-    } else if (operation < 20) {
-      set.insert({row, col});
-      model.insert({row, col});
-    } else if (!model.empty()) {
-      const std::size_t i = support::below(model.size(), engine);
-      const auto& [r, c] = *std::next(model.begin(), static_cast<std::ptrdiff_t>(i));
-      EXPECT_EQ(set[static_cast<unsigned>(i)], dpoint2d(r, c));
-    }
-    const bool frozen = set.is_frozen();
-    EXPECT_EQ(set.nelements(), model.size());
-    for (int r = -3; r <= 3; ++r)
-      for (int c = -3; c <= 3; ++c) ASSERT_EQ(set.has({r, c}), model.count({r, c}) == 1);
-    EXPECT_EQ(set.is_frozen(), frozen);
-  }
-}
 
 TEST(window2d, sorts_drops_duplicates_and_tells_its_shape) {
   qel::window2d win;

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#ifndef FUZZ_INPUT_HPP
+#define FUZZ_INPUT_HPP
+
+// The bytes of a fuzzer, read as numbers from front to back, and what happens when a law does not hold.
+//
+// Clang brings a reader of its own, but only with its fuzzer. This one makes the same of a kept input under every
+// compiler.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <iterator>
+#include <tuple>
+
+/// What the fuzzer and the replay program call with each input.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace fuzz {
+
+class input {
+ public:
+  input(const std::uint8_t* data, std::size_t size) : next_(data), left_(size) {}
+
+  bool is_empty() const { return left_ == 0; }
+
+  /// The next bytes as a number; zeros stand behind the end.
+  template <typename T>
+  T take() {
+    T value{};
+    const std::size_t n = std::min(sizeof value, left_);
+    if (n != 0) std::memcpy(&value, next_, n);
+    next_ += n;
+    left_ -= n;
+    return value;
+  }
+
+  /// A number from 0 to `n` - 1. \pre `n` is not 0.
+  std::size_t below(std::size_t n) {
+    return n <= 256 ? std::size_t{take<std::uint8_t>()} % n : std::size_t{take<std::uint32_t>()} % n;
+  }
+
+  template <typename C>
+  const auto& pick(const C& choices) {
+    return choices[below(std::size(choices))];
+  }
+
+ private:
+  const std::uint8_t* next_;
+  std::size_t left_;
+};
+
+/// Ends the program, for the fuzzer to keep the input, unless the law holds.
+inline void require(bool holds, const char* law) {
+  if (holds) return;
+  std::cerr << "violated: " << law << std::endl;
+  std::abort();
+}
+
+/// The value types of an image, in the order of the host's classes.
+using value_types = std::tuple<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long>;
+
+/// Calls `function` with a zero of value type number `n`.
+template <typename F>
+void call_with_type(std::size_t n, F function) {
+  std::size_t i = 0;
+  std::apply([&](auto... zero) { ((i++ == n ? function(zero) : void()), ...); }, value_types());
+}
+
+}  // namespace fuzz
+
+#endif  // FUZZ_INPUT_HPP
