@@ -29,5 +29,5 @@ same "host libraries" "$(lines "$@")" "$(grep '^libm[exa]' <<<"$needed" | sort)"
 if grep 'libstdc++' <<<"$needed"; then exit 1; fi
 
 versions=$(objdump -T "$module" | grep -o 'GLIBC_[0-9.]*' | sort -Vu)
-printf 'symbol versions: %s\n' $versions
+printf "symbol versions: %s\n" "${versions//$'\n'/ }"
 if [[ $(printf '%s\n' "$versions" GLIBC_2.17 | sort -V | tail -n 1) != GLIBC_2.17 ]]; then exit 1; fi
