@@ -55,7 +55,7 @@ TEST(conversion, area_threshold_is_the_low_32_bits_of_the_truncated_number) {
 /// The C library's correctly rounded reading of the number's exact text.
 float nearest_float(double number) {
   char digits[64];
-  std::snprintf(digits, sizeof digits, "%a", number);
+  static_cast<void>(std::snprintf(digits, sizeof digits, "%a", number));
   return std::strtof(digits, nullptr);
 }
 
