@@ -45,13 +45,11 @@ TEST_F(loaded_module, tells_its_interface_generation) {
 }
 
 TEST_F(loaded_module, lets_an_error_of_the_host_through) {
-  const std::vector<const mxArray*> inputs = {test_host::matrix<std::uint8_t>(1, 2, {1, 2}), test_host::text("std"),
-                                              test_host::matrix<double>(1, 1, {3}),
-                                              test_host::matrix<double>(1, 1, {4}), test_host::text("none")};
-  EXPECT_THROW(test_host::call(inputs), test_host::error);
+  const support::matrix<std::uint8_t> image{1, 2, {1, 2}};
+  EXPECT_THROW(test_host::planes(image, {"std", {3}, 4, "none"}), test_host::error);
 }
 
 TEST_F(loaded_module, reports_an_image_beyond_the_limit_as_an_allocation_failure) {
-  const auto image = test_host::array(mxUINT8_CLASS, {32766, 1});
-  EXPECT_THROW(test_host::call({image, test_host::text("area"), test_host::matrix<double>(1, 1, {3})}), std::bad_alloc);
+  const support::matrix<std::uint8_t> image{32766, 1, std::vector<std::uint8_t>(32766)};
+  EXPECT_THROW(test_host::planes(image, {"area", {3}}), std::bad_alloc);
 }

@@ -2,7 +2,7 @@
 #ifndef TESTS_SUPPORT_VALUE_TYPES_HPP
 #define TESTS_SUPPORT_VALUE_TYPES_HPP
 
-// The eight value types of an image, listed once for every typed test:
+// The eight value types of an image for typed tests:
 //
 //   TYPED_TEST_SUITE(my_suite, support::value_types, support::value_type_names);
 
@@ -12,10 +12,11 @@
 #include <string>
 #include <type_traits>
 
+#include "tests/support/random_image.hpp"
+
 namespace support {
 
-using value_types =
-    ::testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned int, long, unsigned long>;
+using value_types = value_types_in<::testing::Types>;
 
 /// Names a value type in the test output after its host class: int8, uint8, ... uint64.
 struct value_type_names {
