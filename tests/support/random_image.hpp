@@ -106,7 +106,12 @@ std::vector<T> distinct_values(std::size_t n, random_engine& engine) {
   const std::uint64_t step = std::max<std::uint64_t>(1, (std::uint64_t{1} << (sizeof(T) * 8 - 1)) / n);
   std::vector<T> result;
   for (std::size_t i = 0; i < n; ++i) result.push_back(static_cast<T>(i * step - n / 2 * step));
-  for (std::size_t i = n; i > 1; --i) std::swap(result[i - 1], result[below(i, engine)]);
+  for (std::size_t i = n; i > 1; --i) {
+    const std::size_t other = below(i, engine);
+    const T last = result[i - 1];
+    result[i - 1] = result[other];
+    result[other] = last;
+  }
   return result;
 }
 
