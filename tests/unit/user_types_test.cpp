@@ -39,8 +39,9 @@ struct window : qel::Window<window> {
 struct diagonal : qel::Site_Set<diagonal> {
   using site = qel::point2d;
   struct psite : qel::internal::pseudo_site_base_<const site&, psite> {
+    psite() : p(0, 0) {}
     const site& subj_() const { return p; }
-    site p{0, 0};
+    site p;
   };
   struct fwd_piter : qel::internal::site_set_iterator_base<diagonal, fwd_piter> {
     explicit fwd_piter(const diagonal& s) { this->change_target(s); }

@@ -54,8 +54,7 @@ TEST(box2d, validity_and_lengths) {
 
 TEST(box_piter, takes_no_notice_of_the_validity_of_the_box) {
   const box2d none;
-  EXPECT_EQ(walk(box2d::fwd_piter(none)),
-            (sites{{32767, 32767}, {32767, -32768}, {-32768, 32767}, {-32768, -32768}}));
+  EXPECT_EQ(walk(box2d::fwd_piter(none)), (sites{{32767, 32767}, {32767, -32768}, {-32768, 32767}, {-32768, -32768}}));
   const sites wrapped = qel::convert::to_p_array(box2d({0, 0}, {-25537, 9})).vect_;
   ASSERT_EQ(wrapped.size(), 400000u);
   EXPECT_EQ(wrapped[327679], point2d(32767, 9));
