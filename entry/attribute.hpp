@@ -36,7 +36,7 @@ struct attribute {
 };
 
 /// The attributes of images of type I. Area and diagonal never shrink from a node to its parent, so that the
-/// four rules agree and the default is the cheapest. The other two may, and "sub" keeps the contrast of what
+/// four rules agree. The other two may, and "sub" keeps the contrast of what
 /// stands on a removed node.
 template <typename I>
 inline constexpr auto attributes =

@@ -48,7 +48,8 @@ class forward_pixel_iterator_base_ : public Iterator<E>, public pixel_impl_<I, E
 ///
 ///     for (p.start(); p.is_valid(); p.next()) p.val() = ...;
 ///
-/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: one increment and one comparison.
+/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: an increment and a comparison; two at
+/// the end of a row.
 template <typename I>
 class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>> {
   using base = internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>>;
