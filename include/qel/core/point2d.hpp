@@ -69,11 +69,16 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
 /// A site of the plane, two signed 16-bit coordinates.
 using point2d = point<grid::square, short>;
 
-// Declared outside the class too: so they are found for whatever stands in for a site, an iterator or a stored
-// position, whose classes know nothing of the friends of `point`.
+// The friends of `point`, declared outside the class too: so they are found for whatever stands in for a site, an
+// iterator or a stored position, whose classes know nothing of them.
+
+/// Whether both coordinates are equal; also for what stands in for a site.
 inline bool operator==(const point2d& a, const point2d& b);
+/// Whether a coordinate differs; also for what stands in for a site.
 inline bool operator!=(const point2d& a, const point2d& b);
+/// The site to which `dp` leads from `p`, modulo 65536; also for what stands in for a site.
 inline point2d operator+(const point2d& p, const dpoint2d& dp);
+/// The site from which `dp` leads to `p`, modulo 65536; also for what stands in for a site.
 inline point2d operator-(const point2d& p, const dpoint2d& dp);
 
 }  // namespace qel

@@ -58,6 +58,7 @@ class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter
   /// A walk over `ima`, invalid until `start()`. \pre the domain has sites; `ima` outlives the walk.
   explicit fwd_pixter2d(I& ima)
       : base(ima), border_gap_(2 * ima.border()), row_stride_(ima.domain().len(1) + border_gap_) {}
+  explicit fwd_pixter2d(const I&&) = delete;
 
   void start_() {
     const short max_col = geom::max_col(this->image_);
