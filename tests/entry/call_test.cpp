@@ -5,7 +5,6 @@
 #include "entry/attribute_profile.hpp"
 #include "tests/entry/test_host.hpp"
 #include "tests/support/random_image.hpp"
-#include "tests/unit/trace_capture.hpp"
 
 #include <gtest/gtest.h>
 
@@ -109,18 +108,6 @@ TEST_F(accepted_call, without_inputs_prints_the_usage_and_touches_no_output) {
 )");
     test_host::reset();
   }
-}
-
-TEST_F(accepted_call, has_one_trace_outline_whatever_the_image) {
-  std::vector<std::string> outlines;
-  for (const std::vector<short>& pixels : {std::vector<short>{7, 7, 7, 7}, {1, 9, 4, 2}}) {
-    const unit::trace_capture capture;
-    test_host::planes(support::matrix<short>{2, 2, pixels}, {"area", {2}, 4, "sub"});
-    EXPECT_EQ(capture.errors(), "");
-    outlines.push_back(capture.outline());
-  }
-  EXPECT_EQ(outlines[0], outlines[1]);
-  EXPECT_NE(outlines[0], "");
 }
 
 // A host that tells trailing dimensions as columns makes a list of a 1 x 2 x 2 array.
