@@ -61,7 +61,8 @@ inline void require(bool holds, const char* law) {
 }
 
 /// The value types of an image, in the order of the host's classes.
-using value_types = std::tuple<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long>;
+using value_types =
+    std::tuple<signed char, unsigned char, short, unsigned short, int, unsigned, std::int64_t, std::uint64_t>;
 
 /// Calls `function` with a zero of value type number `n`.
 template <typename F>

@@ -9,13 +9,14 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdint>
 #include <string>
 #include <type_traits>
 
 namespace support {
 
 using value_types =
-    ::testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned int, long, unsigned long>;
+    ::testing::Types<signed char, unsigned char, short, unsigned short, int, unsigned int, std::int64_t, std::uint64_t>;
 
 /// Names a value type in the test output after its host class: int8, uint8, ... uint64.
 struct value_type_names {

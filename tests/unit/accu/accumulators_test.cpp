@@ -11,6 +11,7 @@
 #include <qel/morpho/attribute/inertia.hpp>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <type_traits>
 
@@ -135,10 +136,10 @@ TEST(variance, squares_wrap_in_the_promoted_type) {
   expect_square(std::numeric_limits<int>::min(), 0);
   expect_square(65535u, 4294836225u);
   expect_square(65536u, 0u);
-  expect_square(3037000499L, 9223372030926249001L);
-  expect_square(-3037000500L, -9223372036709301616L);
-  expect_square(4294967295UL, 18446744065119617025UL);
-  expect_square(4294967296UL, 0UL);
+  expect_square<std::int64_t, std::int64_t>(3037000499, 9223372030926249001);
+  expect_square<std::int64_t, std::int64_t>(-3037000500, -9223372036709301616);
+  expect_square<std::uint64_t, std::uint64_t>(4294967295, 18446744065119617025U);
+  expect_square<std::uint64_t, std::uint64_t>(4294967296, 0);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <qel/data/sort_psites.hpp>
 
 #include <algorithm>
+#include <cstdint>
 
 #include "tests/unit/unit.hpp"
 
@@ -44,17 +45,17 @@ TYPED_TEST(sort_psites, equals_a_stable_sort_of_the_raster_order) {
 }
 
 TEST(sort_psites, honours_the_sign_of_64_bit_values) {
-  const unsigned long high = 1UL << 63;
-  const auto as_unsigned = image<unsigned long>({1, 2, {high, 1}});
-  const auto as_signed = image<long>({1, 2, {static_cast<long>(high), 1}});
+  const std::uint64_t high = std::uint64_t{1} << 63;
+  const auto as_unsigned = image<std::uint64_t>({1, 2, {high, 1}});
+  const auto as_signed = image<std::int64_t>({1, 2, {static_cast<std::int64_t>(high), 1}});
   EXPECT_EQ(sort_psites_increasing(as_unsigned).vect_, (sites{{0, 1}, {0, 0}}));
   EXPECT_EQ(sort_psites_increasing(as_signed).vect_, (sites{{0, 0}, {0, 1}}));
 }
 
 // The digits between the lowest and the highest bits are the same in all values.
 TEST(sort_psites, passes_over_constant_digits) {
-  const long high = 1L << 62;
-  const auto ima = image<long>({1, 4, {high + 3, 5, high, 3}});
+  const std::int64_t high = std::int64_t{1} << 62;
+  const auto ima = image<std::int64_t>({1, 4, {high + 3, 5, high, 3}});
   EXPECT_EQ(sort_psites_increasing(ima).vect_, (sites{{0, 3}, {0, 1}, {0, 2}, {0, 0}}));
 }
 
