@@ -3,6 +3,7 @@
 // What a call accepts and what it assumes for inputs that are not given; the usage text; the console.
 
 #include "entry/attribute_profile.hpp"
+#include "entry/typed_call.hpp"
 #include "tests/entry/test_host.hpp"
 #include "tests/support/random_image.hpp"
 
@@ -115,6 +116,17 @@ TEST_F(accepted_call, thresholds_in_trailing_dimensions_are_a_list) {
   const mxArray* const planes =
       test_host::call({test_host::matrix<short>(1, 1, {200}), text("s"), array(mxDOUBLE_CLASS, {1, 2, 2})});
   EXPECT_EQ(test_host::values<short>(planes), std::vector<short>(9, 200));
+}
+
+TEST_F(accepted_call, typed_call_turns_three_dimensions_away_by_itself) {
+  mxArray* output = nullptr;
+  try {
+    compute_attribute_profile<short>(array(mxINT16_CLASS, {2, 2, 2}), output, "a", 4, scalar(1), "min");
+    ADD_FAILURE() << "the call was accepted";
+  } catch (const test_host::error& e) {
+    EXPECT_STREQ(e.what(), "Images of >2 dimensions are not supported.");
+  }
+  EXPECT_EQ(output, nullptr);
 }
 
 }  // namespace

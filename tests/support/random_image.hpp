@@ -22,7 +22,7 @@ using random_engine = std::mt19937_64;
 /// A list of the eight value types of an image, and of `More` that other images of the library have.
 template <template <typename...> class List, typename... More>
 using value_types_in =
-    List<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long, More...>;
+    List<signed char, unsigned char, short, unsigned short, int, unsigned, std::int64_t, std::uint64_t, More...>;
 
 /// A number from 0 to `n` - 1. The slight unevenness of the modulo does not matter here. \pre `n` is not 0.
 inline std::size_t below(std::size_t n, random_engine& engine) { return static_cast<std::size_t>(engine() % n); }

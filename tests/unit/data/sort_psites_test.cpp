@@ -36,7 +36,7 @@ TYPED_TEST(sort_psites, equals_a_stable_sort_of_the_raster_order) {
 TYPED_TEST(sort_psites, looks_at_every_bit) {
   using T = TypeParam;
   for (int bit = 0; bit < std::numeric_limits<T>::digits; ++bit) {
-    const auto power = static_cast<T>(1ul << bit);
+    const auto power = static_cast<T>(1ull << bit);
     SCOPED_TRACE(::testing::Message() << "2^" << bit);
     expect_sorted(image<T>({1, 4, {power, T(0), static_cast<T>(power - T(1)), power}}));
   }
