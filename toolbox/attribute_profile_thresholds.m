@@ -48,7 +48,7 @@ function [L, X, Y] = attribute_profile_thresholds (I, A, N, C, F)
 %
 %   Cost
 %
-%   About ten calls of attribute_profile with 4 thresholds find the ends of X.
+%   Ten to fifteen calls of attribute_profile with 4 thresholds find the ends of X.
 %   One call gives all planes of the curve if they take up to 512 MB, which is 4
 %   million pixels of uint8.  If they take more, it is one call for every 4
 %   thresholds, so that no more than 9 planes are held at a time (Octave holds the
