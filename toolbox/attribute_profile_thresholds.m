@@ -150,7 +150,8 @@ end
 
 % At most COUNT whole numbers between the two of BRACKET, evenly.
 function numbers = between (bracket, count)
-  numbers = setdiff (round (linspace (bracket(1), bracket(2), count + 2)), bracket);
+  numbers = round (linspace (bracket(1), bracket(2), count + 2));
+  numbers = unique (numbers(numbers > bracket(1) & numbers < bracket(2)));
 end
 
 % PASSED is false for the first of the increasing PROBES and true for the others: the change lies in BRACKET.
