@@ -2,75 +2,30 @@
 #ifndef ENTRY_RULE_HPP
 #define ENTRY_RULE_HPP
 
-// The filtering rules that a user can ask for: their names and what each calls.
+// The filtering rules that a user can ask for by name.
 
 #include "entry/host.hpp"
 #include "entry/messages.hpp"
 
-#include <qel/core/concept/function.hpp>
-#include <qel/core/concept/image.hpp>
-#include <qel/morpho/tree/filter/direct.hpp>
-#include <qel/morpho/tree/filter/max.hpp>
-#include <qel/morpho/tree/filter/min.hpp>
-#include <qel/morpho/tree/filter/sub.hpp>
+#include <qel/morpho/tree/filter/rules.hpp>
 
 #include <string>
-#include <tuple>
 
 namespace entry {
 
-/// A filtering rule is a type with a name and an operation: the operations are templates, which have no address.
-namespace rule {
+/// Their names and what each calls.
+namespace rule = qel::morpho::tree::filter::rule;
+using qel::morpho::tree::filter::rules;
 
-struct min {
-  static constexpr char name[] = "min";
+/// The rule of this name. Judged when it is called, and not before: a call with an unknown name ends there.
+struct named_rule {
+  std::string name;
+
   template <typename T, typename F, typename P>
-  static void apply(const T& tree, F& image, const P& keep) {
-    qel::morpho::tree::filter::min(tree, image, keep);
+  void operator()(const T& tree, F& image, const P& keep) const {
+    if (!qel::morpho::tree::filter::apply_rule(name, tree, image, keep)) mexErrMsgTxt(messages::unknown_rule);
   }
 };
-
-struct max {
-  static constexpr char name[] = "max";
-  template <typename T, typename F, typename P>
-  static void apply(const T& tree, F& image, const P& keep) {
-    qel::morpho::tree::filter::max(tree, image, keep);
-  }
-};
-
-struct direct {
-  static constexpr char name[] = "direct";
-  template <typename T, typename F, typename P>
-  static void apply(const T& tree, F& image, const P& keep) {
-    qel::morpho::tree::filter::direct(tree, image, keep);
-  }
-};
-
-struct sub {
-  static constexpr char name[] = "sub";
-  template <typename T, typename F, typename P>
-  static void apply(const T& tree, F& image, const P& keep) {
-    qel::morpho::tree::filter::sub(tree, image, keep);
-  }
-};
-
-}  // namespace rule
-
-/// All of them.
-inline constexpr auto rules = std::make_tuple(rule::min(), rule::max(), rule::direct(), rule::sub());
-
-/// Changes the nodes of `tree` in `image` by the rule called `name`; ends the call if there is no such rule. Names are
-/// compared exactly, case included.
-template <typename T, typename F, typename P>
-void apply_rule(const std::string& name, const T& tree, qel::Image<F>& image, const qel::Function_v2b<P>& keep) {
-  const auto applied = [&](auto candidate) {
-    if (name != candidate.name) return false;
-    candidate.apply(tree, image, keep);
-    return true;
-  };
-  const bool known = std::apply([&](auto... candidates) { return (applied(candidates) || ...); }, rules);
-  if (!known) mexErrMsgTxt(messages::unknown_rule);
-}
 
 }  // namespace entry
 

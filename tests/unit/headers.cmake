@@ -3,6 +3,11 @@
 file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}/include"
   "${PROJECT_SOURCE_DIR}/include/qel/*.hpp")
 set(units "${PROJECT_SOURCE_DIR}/examples/filter_pgm.cpp" "${PROJECT_SOURCE_DIR}/examples/print_tree.cpp")
+# So does the example in the README.
+file(READ "${PROJECT_SOURCE_DIR}/README.md" readme)
+string(REGEX REPLACE ".*```cpp\n([^`]*)```.*" "\\1" readme_example "${readme}")
+file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/headers/readme.cpp" CONTENT "${readme_example}" @ONLY)
+list(APPEND units "${CMAKE_CURRENT_BINARY_DIR}/headers/readme.cpp")
 foreach(header IN LISTS headers)
   string(REPLACE "/" "_" name "${header}")
   set(unit "${CMAKE_CURRENT_BINARY_DIR}/headers/${name}.cpp")

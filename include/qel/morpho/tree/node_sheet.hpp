@@ -23,9 +23,10 @@ namespace internal {
 struct node_sheet {
   static constexpr unsigned ncols = 32768;
 
-  /// The sheet of `n` nodes. \pre `n` is not 0. Beyond the first row it may have some sites more.
+  /// The sheet of `n` nodes. It may have some sites more: beyond the first row, and one beside a single node, for a fill
+  /// of one element leaves its trace scope open.
   static box2d domain(unsigned n) {
-    const unsigned last = n - 1;
+    const unsigned last = std::max(n, 2u) - 1;
     return {point2d(0, 0), point2d(qel::internal::narrowed<short>(last / ncols),
                                    qel::internal::narrowed<short>(std::min(last, ncols - 1)))};
   }

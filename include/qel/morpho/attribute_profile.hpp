@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_ATTRIBUTE_PROFILE_HPP
+#define QEL_MORPHO_ATTRIBUTE_PROFILE_HPP
+
+// The attribute profile of an image: N filtered images from the min-tree, the image itself, N from the max-tree.
+//
+// Trees and attributes are computed once for each direction; a threshold costs a walk over the nodes and one over the
+// pixels. The trees are made one after the other, for a tree is most of the memory.
+//
+// The planes go to a sink, which decides what becomes of them: `plane_images` and `raster_planes` in
+// profile_planes.hpp, or one of your own with two operations, called in the order of the planes:
+//
+//     sink.filtered(nodes, values)   // some planes of a tree: see tree/filter_planes.hpp
+//     sink.input(image)              // the plane in the middle; the image is a copy, and the sink may keep it
+//
+// Whoever judges nodes by more than one attribute and a threshold takes the steps of `profile_of_tree` here, with
+// predicates of his own: sites sorted, a tree, its `node_tree`, any number of attribute images of it (its bounding box
+// tells whether a node touches an edge), `tree::filter_planes` with a vector of predicates.
+
+#include <qel/accu/accumulator.hpp>
+#include <qel/core/concept/image.hpp>
+#include <qel/core/concept/neighborhood.hpp>
+#include <qel/data/duplicate.hpp>
+#include <qel/data/sort_psites.hpp>
+#include <qel/fun/geq.hpp>
+#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/data.hpp>
+#include <qel/morpho/tree/filter_planes.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
+#include <qel/pw/cst.hpp>
+#include <qel/pw/value.hpp>
+
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace internal {
+
+/// The planes of one tree, one for each threshold in the order given. `sites` tells which tree: sorted in decreasing
+/// order a min-tree, in increasing order a max-tree.
+template <typename I, typename S, typename N, typename A, typename L, typename Rule, typename Sink>
+void profile_of_tree(const I& input, const S& sites, const N& nbh, const A& a, const std::vector<L>& thresholds,
+                     const Rule& rule, Sink& sink) {
+  using tree_type = tree::data<I, S>;
+  const tree_type tree(input, sites, nbh);
+  const tree::node_tree<tree_type> nodes(tree);
+  const auto attribute = tree::compute_attribute_image(a, nodes);
+  std::vector<decltype(pw::value_(attribute) >= pw::cst_(L()))> reaches;
+  for (const L threshold : thresholds) reaches.push_back(pw::value_(attribute) >= pw::cst_(threshold));
+  tree::filter_planes(nodes, reaches, rule, sink);
+}
+
+}  // namespace internal
+
+/// Gives `sink` the profile of an image by N thresholds: 2N + 1 planes.
+///
+/// Planes 0 to N-1 come from the min-tree with the thresholds in reverse order, plane N is the image, and planes N+1 to
+/// 2N come from the max-tree with the thresholds in the given order, increasing or not.
+///
+/// \param image      any integer image; it is not changed.
+/// \param nbh        which pixels are connected: `c4()`, `c8()`, or another.
+/// \param a          the attribute in its initial state; it is not changed.
+/// \param thresholds in the unit of the attribute. A node whose attribute equals one stays; with a NaN every node fails.
+/// \param rule       what decides by the thresholds which nodes stay, such as `tree::filter::rule::min()`.
+/// \param sink       where the planes go.
+/// \pre    the domain has sites.
+/// \throws std::bad_alloc, and what rule and sink throw.
+template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
+void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const Accumulator<A>& a,
+                       const std::vector<L>& thresholds, const Rule& rule, Sink& sink) {
+  const I& input = qel::internal::force_exact<I>(image);
+  const N& exact_nbh = qel::internal::force_exact<N>(nbh);
+  const A& exact_a = qel::internal::force_exact<A>(a);
+  const std::vector<L> reversed(thresholds.rbegin(), thresholds.rend());
+
+  auto sites = data::sort_psites_decreasing(input);
+  internal::profile_of_tree(input, sites, exact_nbh, exact_a, reversed, rule, sink);
+  sink.input(duplicate(input));
+  sites = data::sort_psites_increasing(input);
+  internal::profile_of_tree(input, sites, exact_nbh, exact_a, thresholds, rule, sink);
+}
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_ATTRIBUTE_PROFILE_HPP

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_FILTER_RULES_HPP
+#define QEL_MORPHO_TREE_FILTER_RULES_HPP
+
+// The rules as objects, and by the names that users know.
+
+#include <qel/morpho/tree/filter/direct.hpp>
+#include <qel/morpho/tree/filter/max.hpp>
+#include <qel/morpho/tree/filter/min.hpp>
+#include <qel/morpho/tree/filter/sub.hpp>
+
+#include <string>
+#include <tuple>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace filter {
+
+/// A rule is a type with a name and a call: the rules themselves are function templates, which can't be passed on.
+namespace rule {
+
+/// A node survives if it and all its ancestors pass.
+struct min {
+  /// What users call it.
+  static constexpr char name[] = "min";
+  /// See `filter::min`.
+  template <typename T, typename F, typename P>
+  void operator()(const T& tree, F& image, const P& keep) const {
+    filter::min(tree, image, keep);
+  }
+};
+
+/// A node survives if it or any of its descendants passes.
+struct max {
+  /// What users call it.
+  static constexpr char name[] = "max";
+  /// See `filter::max`.
+  template <typename T, typename F, typename P>
+  void operator()(const T& tree, F& image, const P& keep) const {
+    filter::max(tree, image, keep);
+  }
+};
+
+/// Each node is judged by itself.
+struct direct {
+  /// What users call it.
+  static constexpr char name[] = "direct";
+  /// See `filter::direct`.
+  template <typename T, typename F, typename P>
+  void operator()(const T& tree, F& image, const P& keep) const {
+    filter::direct(tree, image, keep);
+  }
+};
+
+/// A node that fails takes its subtree down with it.
+struct sub {
+  /// What users call it.
+  static constexpr char name[] = "sub";
+  /// See `filter::sub`.
+  template <typename T, typename F, typename P>
+  void operator()(const T& tree, F& image, const P& keep) const {
+    filter::sub(tree, image, keep);
+  }
+};
+
+}  // namespace rule
+
+/// All of them.
+inline constexpr auto rules = std::make_tuple(rule::min(), rule::max(), rule::direct(), rule::sub());
+
+/// Calls the rule called `name`; false if there is none, and nothing is changed then. Names are compared exactly, case
+/// included.
+template <typename T, typename F, typename P>
+bool apply_rule(const std::string& name, const T& tree, F& image, const P& keep) {
+  const auto applied = [&](const auto& candidate) {
+    if (name != candidate.name) return false;
+    candidate(tree, image, keep);
+    return true;
+  };
+  return std::apply([&](const auto&... candidates) { return (applied(candidates) || ...); }, rules);
+}
+
+}  // namespace filter
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_FILTER_RULES_HPP
