@@ -37,11 +37,11 @@ struct named_attribute {
 /// four rules agree. The other two may, and "sub" keeps the contrast of what
 /// stands on a removed node.
 template <typename I>
-inline constexpr auto named_attributes = std::make_tuple(
-    named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},
-    named_attribute<attribute::diagonal<I>>{"d", "diagonal", tree::filter::rule::min::name},
-    named_attribute<attribute::inertia<I>>{"i", "inertia", tree::filter::rule::sub::name},
-    named_attribute<attribute::deviation<I, float, float>>{"s", "std", tree::filter::rule::sub::name});
+inline constexpr auto named_attributes =
+    std::make_tuple(named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},
+                    named_attribute<attribute::diagonal<I>>{"d", "diagonal", tree::filter::rule::min::name},
+                    named_attribute<attribute::inertia<I>>{"i", "inertia", tree::filter::rule::sub::name},
+                    named_attribute<attribute::deviation<I, float, float>>{"s", "std", tree::filter::rule::sub::name});
 
 }  // namespace morpho
 
