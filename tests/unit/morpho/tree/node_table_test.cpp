@@ -72,16 +72,6 @@ TYPED_TEST(node_table, is_that_of_union_find_for_every_sweep_and_neighbourhood) 
   });
 }
 
-// The flood has a component open for each level, and no recursion.
-TEST(node_table, of_a_serpentine_ramp_is_a_chain_of_a_million_nodes) {
-  image2d<int> f(box2d({0, 0}, {999, 999}));
-  for (const point2d& p : walk(box2d::fwd_piter(f.domain())))
-    f(p) = p.row() * 1000 + (p.row() % 2 == 0 ? p.col() : 999 - p.col());
-  const auto s = qel::data::sort_psites_increasing(f);
-  const auto parent = tree::internal::parent_image_of(f, tree::compute_node_table(f, c4(), s));
-  for (unsigned i = 0; i < s.nsites(); ++i) ASSERT_EQ(parent(s[i]), s[i == 0 ? 0 : i - 1]);
-}
-
 TEST(node_sheet, numbers_and_sites_lead_to_each_other) {
   using sheet = tree::internal::node_sheet;
   for (const unsigned n : {1u, 2u, 32768u, 32769u, 1073676289u}) {
