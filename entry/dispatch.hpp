@@ -5,7 +5,6 @@
 // From names and numbers to types: selects the neighbourhood and the attribute for a given value type.
 
 #include "entry/array_bridge.hpp"
-#include "entry/attribute.hpp"
 #include "entry/conversion.hpp"
 #include "entry/host.hpp"
 #include "entry/messages.hpp"
@@ -17,6 +16,7 @@
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/neighb2d.hpp>
+#include <qel/morpho/named_attributes.hpp>
 
 #include <cstdint>
 #include <limits>
@@ -88,8 +88,8 @@ void compute_attribute_profile(const qel::Image<I>& image, T*& position, std::st
     _compute_attribute_profile<I, T, A, N, L>(image, position, A(), neighborhood, lambdas, rule);
     return true;
   };
-  const bool known =
-      std::apply([&](const auto&... candidates) { return (computed(candidates) || ...); }, entry::attributes<I>);
+  const bool known = std::apply([&](const auto&... candidates) { return (computed(candidates) || ...); },
+                                qel::morpho::named_attributes<I>);
   if (!known) mexErrMsgTxt(entry::messages::unknown_attribute);
 }
 

@@ -13,10 +13,6 @@
 
 namespace entry {
 
-/// Their names and what each calls.
-namespace rule = qel::morpho::tree::filter::rule;
-using qel::morpho::tree::filter::rules;
-
 /// The rule of this name. Judged when it is called, and not before: a call with an unknown name ends there.
 struct named_rule {
   std::string name;

@@ -2,13 +2,13 @@
 
 // fill_names TEMPLATE OUTPUT
 //
-// Makes of the file TEMPLATE the file OUTPUT, with @attributes@ and @rules@ replaced by the names, in MATLAB's notation for the elements of
-// a cell array. They come from the lists that the module itself reads, so that a new name needs no second place.
-
-#include "entry/attribute.hpp"
-#include "entry/rule.hpp"
+// Makes of the file TEMPLATE the file OUTPUT, with @attributes@ and @rules@ replaced by the names, in MATLAB's notation
+// for the elements of a cell array. They come from the lists that the module itself reads, so that a new name needs no
+// second place.
 
 #include <qel/core/image2d.hpp>
+#include <qel/morpho/named_attributes.hpp>
+#include <qel/morpho/tree/filter/rules.hpp>
 
 #include <cstddef>
 #include <cstdlib>
@@ -17,9 +17,6 @@
 #include <iterator>
 #include <string>
 #include <tuple>
-
-// The rules name this operation of a host; nothing here calls it.
-void mexErrMsgTxt(const char*) { std::abort(); }
 
 namespace {
 
@@ -46,8 +43,8 @@ int main(int argc, char* argv[]) {
     return EXIT_FAILURE;
   }
   std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  replace_all(text, "@attributes@", quoted_names(entry::attributes<qel::image2d<unsigned char>>));
-  replace_all(text, "@rules@", quoted_names(entry::rules));
+  replace_all(text, "@attributes@", quoted_names(qel::morpho::named_attributes<qel::image2d<unsigned char>>));
+  replace_all(text, "@rules@", quoted_names(qel::morpho::tree::filter::rules));
   std::ofstream output(argv[2], std::ios::binary);
   return output << text << std::flush ? EXIT_SUCCESS : EXIT_FAILURE;
 }

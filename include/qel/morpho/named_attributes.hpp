@@ -33,9 +33,8 @@ struct named_attribute {
   bool is_called(const std::string& text) const { return text == short_name || text == name; }
 };
 
-/// The attributes of images of type I. Area and diagonal never shrink from a node to its parent, so that the
-/// four rules agree. The other two may, and "sub" keeps the contrast of what
-/// stands on a removed node.
+/// The attributes of images of type I. Where one never shrinks from a node to its parent (`attribute::is_increasing`)
+/// all rules agree. Where it may, "sub" keeps the contrast of what stands on a removed node.
 template <typename I>
 inline constexpr auto named_attributes =
     std::make_tuple(named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},
