@@ -5,6 +5,7 @@
 #include <qel/morpho/tree/node_table.hpp>
 
 #include <qel/morpho/tree/compute_node_table.hpp>
+#include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/compute_parent_generic.hpp>
 #include <qel/morpho/tree/flooded_node_table.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
@@ -66,7 +67,7 @@ TYPED_TEST(node_table, of_a_flood_is_that_of_union_find_for_every_sweep_and_neig
       for (const neighb2d* nbh : {&c4(), &c8(), &six, &far, &too_far, &one_sided, &along_rows}) {
         const auto parent = tree::impl::generic::compute_parent(f, *nbh, s);
         const auto table = tree::compute_node_table(f, *nbh, s);
-        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)), values(parent)) << nbh->size() << " neighbours";
+        EXPECT_EQ(values(tree::compute_parent(f, *nbh, s)), values(parent)) << nbh->size() << " neighbours";
         if (tree::internal::can_be_flooded(f, *nbh)) expect_consistent(table);
         EXPECT_EQ(values(tree::internal::parent_image_of(f, tree::internal::node_table_of(f, s, parent))),
                   values(parent));
@@ -80,6 +81,12 @@ TEST(can_be_flooded, asks_for_a_symmetric_connecting_window_within_the_border) {
   EXPECT_TRUE(can(wide, c4()) && can(wide, c8()) && can(wide, six) && can(wide, far));
   EXPECT_FALSE(can(wide, too_far) || can(wide, one_sided) || can(wide, along_rows) || can(wide, neighb2d()));
   EXPECT_FALSE(can(bare, c4()) || can(bare, c8()));
+}
+
+TEST(node_table, of_no_sites_has_no_nodes) {
+  const image2d<int> f(box2d({0, 0}, {1, 1}));
+  EXPECT_EQ(tree::compute_node_table(f, c4(), p_array2d()).nnodes(), 0u);
+  EXPECT_EQ(tree::compute_node_table(f, along_rows, p_array2d()).nnodes(), 0u);
 }
 
 // The flood has a component open for each level, and no recursion.
