@@ -6,7 +6,7 @@
 // differs between processors; here the range is tested first, and the results are the same everywhere. Every
 // test is written so that a NaN fails it.
 
-#include <qel/core/internal/narrowed.hpp>
+#include <qel/morpho/to_threshold.hpp>
 
 #include <cstdint>
 #include <limits>
@@ -19,51 +19,7 @@ constexpr std::int32_t to_int32(double number) {
   return fits ? static_cast<std::int32_t>(number) : std::numeric_limits<std::int32_t>::min();
 }
 
-namespace internal {
-
-/// The low 32 bits of `number` truncated to 64 bits: wrap-round is meant, so -1.0 gives 4294967295. 0 for a
-/// NaN, an infinity or a number outside 64 bits.
-constexpr std::uint32_t low_bits_of_truncated(double number) {
-  constexpr double limit = 9223372036854775808.0;  // 2^63
-  const bool fits = number >= -limit && number < limit;
-  return fits ? qel::internal::narrowed<std::uint32_t>(static_cast<std::int64_t>(number)) : 0;
-}
-
-/// `number` rounded to the nearest float, ties to even; an infinity if it is too large, a NaN for a NaN.
-///
-/// The language leaves the cast undefined beyond the largest float, so the two outcomes there are told apart
-/// by hand. The next float, had the exponent room for it, would be 2^128. Below the midpoint 2^128 - 2^103
-/// the nearest float is still the largest one; the midpoint itself is a tie whose even neighbour is 2^128,
-/// that is, infinity.
-constexpr float rounded_to_float(double number) {
-  constexpr float largest = std::numeric_limits<float>::max();
-  constexpr float infinity = std::numeric_limits<float>::infinity();
-  constexpr double midpoint = 0x1.ffffffp127;
-  if (number > double{largest}) return number < midpoint ? largest : infinity;
-  if (number < -double{largest}) return number > -midpoint ? -largest : -infinity;
-  return qel::internal::narrowed<float>(number);
-}
-
-}  // namespace internal
-
-/// A threshold as a value of the attribute's result type L: `std::uint32_t` (area), `double` or `float`.
-template <typename L>
-constexpr L to_threshold(double number);
-
-template <>
-constexpr std::uint32_t to_threshold<std::uint32_t>(double number) {
-  return internal::low_bits_of_truncated(number);
-}
-
-template <>
-constexpr double to_threshold<double>(double number) {
-  return number;
-}
-
-template <>
-constexpr float to_threshold<float>(double number) {
-  return internal::rounded_to_float(number);
-}
+using qel::morpho::to_threshold;
 
 }  // namespace entry
 

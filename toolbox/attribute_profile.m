@@ -88,8 +88,9 @@
 %     AP(:,:,2)        % I
 %     AP(:,:,3)        % bright regions of less than 3 pixels are cut down
 %
-%   See also extended_attribute_profile, differential_attribute_profile,
-%   attribute_profile_montage, attribute_profile_demo, imread, imwrite
+%   See also attribute_profile_thresholds, extended_attribute_profile,
+%   differential_attribute_profile, attribute_profile_montage,
+%   attribute_profile_demo, imread, imwrite
 
 % SPDX-License-Identifier: MIT
 

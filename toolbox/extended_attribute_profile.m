@@ -1,10 +1,12 @@
-function EAP = extended_attribute_profile (X, varargin)
+function [EAP, failures] = extended_attribute_profile (X, varargin)
 %EXTENDED_ATTRIBUTE_PROFILE  Attribute profiles of all bands of an image.
 %
 %   EAP = extended_attribute_profile (X, A, L)
 %   EAP = extended_attribute_profile (X, A, L, C)
 %   EAP = extended_attribute_profile (X, A, L, C, F)
 %   EAP = extended_attribute_profile (..., 'progress')
+%   EAP = extended_attribute_profile (..., 'cluster', CONNECTIONS)
+%   [EAP, failures] = extended_attribute_profile (...)
 %
 %   Computes the attribute profile of each band of X, all with the same
 %   attribute, thresholds, connectivity and rule, and stacks the profiles.  The
@@ -21,12 +23,17 @@ function EAP = extended_attribute_profile (X, varargin)
 %      with the seconds that this band took, as in
 %        band 3 of 12, 4.1 s
 %      Bands that run in parallel print theirs in the order they finish.
+%   'cluster', CONNECTIONS  as the last arguments, in Octave: the bands run on
+%      the servers of Octave's own cluster.  See below.
 %
 %   Output
 %
 %   EAP  rows x columns x (bands * (2N + 1)), of the class of X, for N
 %        thresholds: the 2N + 1 planes of band 1, those of band 2, and so on.
 %        Plane k of band b is EAP(:,:,(b-1)*(2*N+1)+k).
+%   failures  a cell of bands x 1 with the error message of each band, '' where
+%        there was none.  With this output an error in some of the bands is not
+%        raised: their planes are 0, and the profiles of the others are there.
 %
 %   Parallel bands
 %
@@ -39,10 +46,23 @@ function EAP = extended_attribute_profile (X, varargin)
 %   band at work needs the memory of a call of attribute_profile, and EAP is held
 %   twice at the end.
 %
+%   A cluster
+%
+%   Octave's package parallel makes a cluster of machines on which
+%   octave-pserver runs (as any user but root), with attribute_profile on the
+%   path of that user's Octave:
+%     pkg load parallel
+%     connections = pconnect ({'node1', 'node2'});
+%     EAP = extended_attribute_profile (X, A, L, 'cluster', connections);
+%     sclose (connections);
+%   Bands and profiles travel over the network.  The rule is not printed, and
+%   there is no progress.
+%
 %   Errors
 %
 %   An X that is not as above is an error.  An error of attribute_profile keeps
-%   its message; in parallel, the other bands are finished before it is raised.
+%   its message, after the number of its band in a cluster; all bands are
+%   finished before it is raised.  If all bands fail it is raised in any case.
 %
 %   Example
 %
@@ -58,25 +78,53 @@ function EAP = extended_attribute_profile (X, varargin)
   if ~isinteger (X) || ndims (X) > 3 || isempty (X)
     error ('extended_attribute_profile: X has to be a rows x columns x bands array of an integer class, not empty');
   end
+  clustered = nargin > 2 && isequal (varargin{end-1}, 'cluster');
   progress = nargin > 1 && isequal (varargin{end}, 'progress');
-  settings = varargin(1:end-progress);
+  settings = varargin(1:end-progress-2*clustered);
   bands = size (X, 3);
-  if exist ('parcellfun', 'file')
+  if clustered
+    [profiles, failures] = profiles_of_cluster (varargin{end}, X, settings);
+  elseif exist ('parcellfun', 'file')
     numbers = reshape (num2cell (1:bands), 1, 1, bands);
     work = @attempt;  % the processes find a function of this file by its handle, not by its name
     [profiles, failures] = parcellfun (nproc (), @(band, k) work (band, k, bands, settings, progress), ...
                                        num2cell (X, [1 2]), numbers, 'UniformOutput', false);
-    failed = find (~cellfun (@isempty, failures), 1);
-    if ~isempty (failed)
-      error (failures{failed});
-    end
   else
     profiles = cell (1, bands);
+    failures = cell (1, bands);
     parfor k = 1:bands
-      profiles{k} = profile_of_band (X(:,:,k), k, bands, settings, progress);
+      [profiles{k}, failures{k}] = attempt (X(:,:,k), k, bands, settings, progress);
     end
   end
+
+  failed = reshape (find (~cellfun (@isempty, failures)), 1, []);
+  if numel (failed) == bands || (~isempty (failed) && nargout < 2)
+    problem = failures{failed(1)};
+    if clustered
+      problem.message = sprintf ('band %d: %s', failed(1), problem.message);
+    end
+    error (problem);
+  end
+  messages = repmat ({''}, bands, 1);
+  whole = profiles{find (cellfun (@isempty, failures), 1)};
+  for k = failed
+    messages{k} = failures{k}.message;
+    profiles{k} = zeros (size (whole), class (whole));
+  end
+  failures = messages;
   EAP = cat (3, profiles{:});
+end
+
+% What runs on a server is sent to it as text, with its arguments: no function of this file, but one of the server's path.
+% An error is handed on as a result here too.
+function [profiles, failures] = profiles_of_cluster (connections, X, settings)
+  work = @(band, settings) eval ('attribute_profile (band, settings{:})', 'lasterror ()');
+  profiles = netcellfun (connections, work, num2cell (X, [1 2]), repmat ({settings}, [1 1 size(X, 3)]), ...
+                         'UniformOutput', false);
+  failures = cell (size (profiles));
+  for k = find (reshape (cellfun (@isstruct, profiles), 1, []))
+    failures{k} = struct ('message', profiles{k}.message, 'identifier', profiles{k}.identifier);
+  end
 end
 
 % A process of parcellfun hands on neither an error nor its message; so the message travels as a result.

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_NAMED_ATTRIBUTES_HPP
+#define QEL_MORPHO_NAMED_ATTRIBUTES_HPP
+
+// The attributes that a user can ask for: their names, how they are computed and which rule suits them.
+
+#include <qel/morpho/attribute/card.hpp>
+#include <qel/morpho/attribute/deviation.hpp>
+#include <qel/morpho/attribute/diagonal.hpp>
+#include <qel/morpho/attribute/inertia.hpp>
+#include <qel/morpho/tree/filter/rules.hpp>
+
+#include <string>
+#include <tuple>
+
+namespace qel {
+
+namespace morpho {
+
+/// An attribute, computed by the accumulator A. Thresholds have the type of A's result.
+template <typename A>
+struct named_attribute {
+  /// What computes it.
+  using accumulator = A;
+  /// A threshold.
+  using threshold = typename A::result;
+
+  const char* short_name;    ///< one letter
+  const char* name;          ///< the word
+  const char* default_rule;  ///< the rule of a call that gives none
+
+  /// Names are compared exactly, case included.
+  bool is_called(const std::string& text) const { return text == short_name || text == name; }
+};
+
+/// The attributes of images of type I. Area and diagonal never shrink from a node to its parent, so that the
+/// four rules agree. The other two may, and "sub" keeps the contrast of what
+/// stands on a removed node.
+template <typename I>
+inline constexpr auto named_attributes =
+    std::make_tuple(named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},
+                    named_attribute<attribute::diagonal<I>>{"d", "diagonal", tree::filter::rule::min::name},
+                    named_attribute<attribute::inertia<I>>{"i", "inertia", tree::filter::rule::sub::name},
+                    named_attribute<attribute::deviation<I, float, float>>{"s", "std", tree::filter::rule::sub::name});
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_NAMED_ATTRIBUTES_HPP

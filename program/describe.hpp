@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#ifndef PROGRAM_DESCRIBE_HPP
+#define PROGRAM_DESCRIBE_HPP
+
+// What the output says of itself.
+
+#include <array>
+#include <charconv>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "program/request.hpp"
+#include "program/version.hpp"
+
+namespace program {
+
+/// The shortest text that is read as the same number.
+template <typename N>
+std::string text_of(N number) {
+  std::array<char, 32> text;
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+}
+
+/// The texts of `numbers` with blanks between.
+template <typename N>
+std::string list_of(const std::vector<N>& numbers) {
+  std::string list;
+  for (const N number : numbers) list += (list.empty() ? "" : " ") + text_of(number);
+  return list;
+}
+
+/// What each plane of a band is, in their order. Thresholds are told as they are compared: areas as integers.
+template <typename L>
+std::vector<std::string> plane_descriptions(int band, const std::string& attribute, const std::vector<L>& thresholds) {
+  const std::string name = "band " + std::to_string(band);
+  std::vector<std::string> texts = {name};
+  for (const L threshold : thresholds) {
+    texts.insert(texts.begin(), name + ", " + attribute + ", dark < " + text_of(threshold));
+    texts.push_back(name + ", " + attribute + ", bright < " + text_of(threshold));
+  }
+  return texts;
+}
+
+/// The settings of a profile, as metadata of its file.
+template <typename L>
+std::vector<std::pair<std::string, std::string>> settings_of(const request& r, const std::string& attribute,
+                                                             const std::string& rule, const std::vector<L>& thresholds,
+                                                             const std::vector<int>& bands, bool exact) {
+  return {{"ATTRIBUTE", attribute},
+          {"THRESHOLDS", list_of(thresholds)},
+          {"CONNECTIVITY", std::to_string(r.connectivity)},
+          {"RULE", rule},
+          {"INPUT_BANDS", list_of(bands)},
+          {"EXACT", exact ? "YES" : "NO"},
+          {"SOFTWARE", version_text}};
+}
+
+}  // namespace program
+
+#endif  // PROGRAM_DESCRIBE_HPP

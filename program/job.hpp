@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#ifndef PROGRAM_JOB_HPP
+#define PROGRAM_JOB_HPP
+
+#include <vector>
+
+#include "program/block_profile.hpp"
+#include "program/gdal_errors.hpp"
+#include "program/rectangle.hpp"
+#include "program/request.hpp"
+#include "program/scene_file.hpp"
+
+namespace program {
+
+/// What is asked for, and the files for it.
+struct job {
+  const request& wanted;
+  const scene_file& scene;
+  rectangle part;          ///< of the scene: what is written
+  std::vector<int> bands;  ///< at least one, all of one type
+  bool show_progress;
+  gdal_errors& errors;
+};
+
+/// Computes and writes the profile of a scene whose bands have values of type T. One translation unit for each type.
+///
+/// \throws failure, std::bad_alloc
+template <typename T>
+block_report profile_scene(const job& j);
+
+}  // namespace program
+
+#endif  // PROGRAM_JOB_HPP

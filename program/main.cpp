@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+
+// attribute-profile: attribute profiles from raster file to raster file.
+
+#include <gdal_priv.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <new>
+#include <string>
+
+#include "program/failure.hpp"
+#include "program/gdal_errors.hpp"
+#include "program/job.hpp"
+#include "program/pixel_type.hpp"
+#include "program/plan.hpp"
+#include "program/progress.hpp"
+#include "program/request.hpp"
+#include "program/scene_file.hpp"
+
+namespace {
+
+using namespace program;
+using seconds = std::chrono::duration<double>;
+
+rectangle part_of(const request& r, const rectangle& scene) {
+  if (!r.srcwin) return scene;
+  const auto& [col, row, cols, rows] = *r.srcwin;
+  const rectangle part = {row, col, rows, cols};
+  if (part.empty() || !(intersection(part, scene) == part))
+    throw failure("--srcwin is not within the scene, which has " + std::to_string(scene.cols) + " x " +
+                  std::to_string(scene.rows) + " pixels (columns x rows)");
+  return part;
+}
+
+void print_summary(const block_report& report, const job& j, double time) {
+  const double pixels = static_cast<double>(j.part.pixels()) * static_cast<double>(j.bands.size());
+  std::printf(
+      "%lld blocks, %lld of them read again, largest overlap %lld pixels; %.2f s, %.2f million pixels a second\n",
+      static_cast<long long>(report.blocks), static_cast<long long>(report.read_again),
+      static_cast<long long>(report.largest_overlap), time, pixels / time / 1e6);
+}
+
+void run(const request& r) {
+  const auto start = std::chrono::steady_clock::now();
+  gdal_errors errors(!r.quiet);
+  GDALAllRegister();
+  GDALSetCacheMax64(GIntBig{cache_memory} << 20);
+  const scene_file scene(r.input, errors);
+  const rectangle part = part_of(r, scene.extent());
+  const bool show_progress = !r.quiet && isatty(STDOUT_FILENO) != 0;
+  const job j = {r, scene, part, scene.usable_bands(r.bands), show_progress, errors};
+  errors.check("can't open " + r.input);
+  catch_signals();
+  block_report report;
+  with_pixel_type(scene.band(j.bands.front()),
+                  [&](auto tag) { report = profile_scene<typename decltype(tag)::type>(j); });
+  if (!r.quiet) print_summary(report, j, seconds(std::chrono::steady_clock::now() - start).count());
+}
+
+int fail(const char* text) {
+  std::fprintf(stderr, "attribute-profile: %s\n", text);
+  return EXIT_FAILURE;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const command_line line = read_command_line(argc, argv);
+  if (!line.wanted) return line.status;
+  try {
+    run(*line.wanted);
+    return EXIT_SUCCESS;
+  } catch (const std::bad_alloc&) {
+    return fail("out of memory; give less --memory");
+  } catch (const std::exception& problem) {
+    return fail(problem.what());
+  }
+}

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
+# parallel_test.sh PROGRAM PICTURE: the code of cluster/README.md for GNU parallel runs, and gives what one run gives. Ends
+# with 77 where GNU parallel is missing.
+set -euo pipefail
+program=$1 picture=$2
+recipes=$(cd "$(dirname "$0")/../../cluster" && pwd)
+command -v parallel >/dev/null || exit 77
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder"
+export HOME=$folder PATH="${program%/*}:$PATH"
+ln -s "$recipes" cluster
+mkdir scenes
+gdal_translate -q -srcwin 400 100 700 600 "$picture" scene.tif
+for k in 1 2; do gdal_translate -q -b $k scene.tif scenes/$k.tif; done
+
+# shellcheck disable=SC2016  # the backquotes are the page's
+sed -n '/^```bash$/,/^```$/{/^```/!p}' "$recipes/README.md" | sed 's/4096/256/' >code
+bash -euo pipefail code
+attribute-profile -q scene.tif one.tif area 100 1000
+pixels() { gdalinfo -checksum "$1" | grep Checksum; }
+diff <(pixels one.tif) <(pixels profile.tif)
+diff <(pixels one.tif | head -n 10) <(pixels profiles/1.tif && pixels profiles/2.tif)

@@ -1,0 +1,211 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
+# program_test.sh PROGRAM PICTURE: the program on raster files, judged by GDAL's own programs. PICTURE has three bands.
+set -euo pipefail
+program=$1 picture=$2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+mkdir "$folder/work" && cd "$folder/work"
+printed=../printed message=../message view=../view differences=../differences  # not beside what is tested
+
+fail() {
+  printf 'line %s: %s\n' "${BASH_LINENO[0]}" "$*" >&2
+  exit 1
+}
+
+# same A B: equal pixels, and everything else that GDAL knows of them. (The files may be laid out differently.)
+same() {
+  gdalcompare.py "$1" "$2" >$differences || true
+  ! grep -v -e '^Files differ at the binary level' -e '^Differences Found: [01]$' $differences ||
+    fail "$1 and $2 differ: $(cat $differences)"
+}
+
+# shows FILE TEXT...: gdalinfo's view of the file has each text.
+shows() {
+  local file=$1 text
+  shift
+  gdalinfo "$file" >$view
+  for text in "$@"; do grep -qF -- "$text" $view || fail "$file does not show: $text; but $(cat $view)"; done
+}
+
+# refuses STATUS TEXT ARGUMENT...: ends with this status and one line of error that has the text; leaves no files.
+refuses() {
+  local status=$1 text=$2 got=0 before
+  shift 2
+  before=$(ls -A)
+  "$program" "$@" >$printed 2>$message || got=$?
+  [[ $got == "$status" && $(wc -l <$message) == 1 && ! -s $printed ]] || fail "status $got for $*: $(cat $printed $message)"
+  grep -qF -- "$text" $message || fail "$* says $(cat $message)"
+  [[ $(ls -A) == "$before" ]] || fail "$* left $(ls -A)"
+}
+
+run() {
+  "$program" -q "$@" >$printed 2>&1 || fail "$*: $(cat $printed)"
+  [[ ! -s $printed ]] || fail "$* printed: $(cat $printed)"
+}
+
+gdal_translate -q -srcwin 480 200 300 211 -a_srs EPSG:4326 -a_ullr 10 50 40 20 "$picture" scene.tif
+
+# Every type: the file has its bands, and blocks give what the whole gives. The planes are those of the library: the
+# middle one is the input, the first one is nowhere darker and the last one nowhere brighter.
+for type in Byte Int16 UInt16 Int32 UInt32 Int64 UInt64; do
+  gdal_translate -q -ot $type scene.tif typed.tif
+  run typed.tif whole.tif area 30 400 -b 2 --connectivity 8
+  run typed.tif blocks.tif area 30 400 -b 2 --connectivity 8 --block 64 --overlap 3
+  same whole.tif blocks.tif
+  shows whole.tif "Type=$type" 'band 2, area, dark < 400' 'band 2, area, bright < 400'
+  gdal_translate -q -b 3 whole.tif middle.tif
+  gdal_translate -q -b 2 typed.tif input.tif
+  [[ $(gdalinfo -checksum middle.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum input.tif | grep -o 'Checksum=.*') ]]
+done
+gdal_translate -q -ot Int16 -scale 0 255 -128 127 scene.tif wide.tif
+gdal_translate -q -co PIXELTYPE=SIGNEDBYTE wide.tif signed.tif 2>/dev/null || true
+for file in wide signed; do run $file.tif $file.out.tif d 9.5; done
+[[ $(gdalinfo -stats wide.out.tif | grep 'Minimum=') == $(gdalinfo -stats signed.out.tif | grep 'Minimum=') ]] || fail "signed bytes"
+
+# A part, by blocks or not, is that part of the whole, by all attributes and rules.
+for settings in 'area 100 1000' 'diagonal 20' 'inertia 0.3 0.5' 'std 5 --rule direct' 's 5 --rule max'; do
+  # shellcheck disable=SC2086  # words
+  run scene.tif whole.tif $settings
+  # shellcheck disable=SC2086
+  run scene.tif part.tif $settings --srcwin 101 33 150 120
+  gdal_translate -q -srcwin 101 33 150 120 whole.tif expected.tif
+  same expected.tif part.tif
+done
+run scene.tif part.tif area 100 --srcwin 101 33 150 120 --block 50
+run scene.tif again.tif area 100 --srcwin 101 33 150 120
+same part.tif again.tif
+
+# What the file is: place, settings, planes in the order of the function.
+run scene.tif out.tif area 100 1000 -b 3 -b 1 --connectivity 8
+shows out.tif 'ID["EPSG",4326]' 'Origin = (10.00' 'THRESHOLDS=100 1000' 'ATTRIBUTE=area' 'CONNECTIVITY=8' 'RULE=min' \
+  'EXACT=YES' 'COMPRESSION=DEFLATE' 'Block=256x256' 'ColorInterp=Blue'
+gdalinfo out.tif | sed -n 's/^ *Description = //p' >descriptions
+diff descriptions - <<'LINES' || fail "descriptions"
+band 3, area, dark < 1000
+band 3, area, dark < 100
+band 3
+band 3, area, bright < 100
+band 3, area, bright < 1000
+band 1, area, dark < 1000
+band 1, area, dark < 100
+band 1
+band 1, area, bright < 100
+band 1, area, bright < 1000
+LINES
+
+# Places of other kinds: a rotated transform, control points, none; parts of them move along.
+sed 's|<GeoTransform>.*</GeoTransform>|<GeoTransform>5, 0.5, 0.25, 60, 0.25, -0.5</GeoTransform>|' \
+  <(gdal_translate -q -of VRT scene.tif /vsistdout/) >rotated.vrt
+run rotated.vrt out.tif area 9 --srcwin 10 20 50 40
+shows out.tif '15, 0.5, 0.25' '52.5, 0.25, -0.5'
+gdal_translate -q -a_srs EPSG:4326 -gcp 0 0 10 50 -gcp 300 0 40 50 -gcp 0 211 10 20 "$picture" points.tif
+run points.tif out.tif area 9 --srcwin 10 20 50 40
+shows out.tif 'GCP[  1]' '(290,-20) -> (40,50,0)'
+gdal_translate -q -srcwin 0 0 60 50 "$picture" nowhere.tif
+run nowhere.tif out.tif area 9
+! gdalinfo out.tif | grep -q 'Origin\|Coordinate System' || fail "coordinates out of nowhere"
+
+# No data: kept by value, by mask and by alpha, and marked in the output; without any, all pixels take part.
+gdal_translate -q -a_nodata 12 scene.tif nodata.tif
+run nodata.tif out.tif area 5000 --block 100 --overlap 5
+shows out.tif 'NoData Value=12'
+gdal_calc.py --quiet --hideNoData -A nodata.tif --A_band=2 -B out.tif --B_band=4 -C out.tif --C_band=6 \
+  --calc='(A==12)*((B!=12)|(C!=12))' --type=Byte --outfile=lost.tif
+[[ $(gdalinfo -mm lost.tif) == *'Min/Max=0.000,0.000'* ]] || fail "nodata was changed: $(gdalinfo -mm lost.tif)"
+gdal_calc.py --quiet -A scene.tif --calc='255*(A>40)' --type=Byte --outfile=alpha.tif
+gdalbuildvrt -q -separate alpha.vrt scene.tif alpha.tif -b 1 2>/dev/null
+gdal_translate -q -b 1 -b 2 -b 3 -mask 1 scene.tif masked.tif --config GDAL_TIFF_INTERNAL_MASK YES
+run masked.tif out.tif area 500 --block 128
+shows out.tif 'Mask Flags: PER_DATASET'
+[[ $(ls out*) == out.tif ]] || fail "files beside the output: $(ls out*)"
+
+# Formats: one that is written in parts, and ones that GDAL can only copy to.
+for format in ENVI COG PNG; do
+  run scene.tif out.$format area 100 -b 1 --of $format
+  shows out.$format "$([[ $format == COG ]] && echo LAYOUT=COG || echo "Driver: $format/")"
+  for plane in 1 2 3; do
+    run scene.tif out.tif area 100 -b 1
+    gdal_translate -q -b $plane out.tif a.tif
+    gdal_translate -q -b $plane out.$format b.tif
+    [[ $(gdalinfo -checksum a.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum b.tif | grep -o 'Checksum=.*') ]] ||
+      fail "$format differs"
+  done
+done
+run scene.tif out.tif area 100 --co COMPRESS=LZW --co TILED=NO
+shows out.tif 'COMPRESSION=LZW' 'Block=300x'
+
+# Wrong usage, and requests that can not be met.
+refuses 2 'see attribute-profile --help'
+refuses 2 THRESHOLD scene.tif new.tif area
+refuses 2 perimeter scene.tif new.tif perimeter 3
+refuses 2 connectivity scene.tif new.tif area 3 --connectivity 6
+refuses 2 rule scene.tif new.tif area 3 --rule median
+refuses 2 3x scene.tif new.tif area 3x
+refuses 1 'no band 4; it has 3' scene.tif new.tif area 3 -b 4
+refuses 1 'not within the scene, which has 300 x 211' scene.tif new.tif area 3 --srcwin 200 0 101 10
+refuses 1 'GDAL has no format WORD' scene.tif new.tif area 3 --of WORD
+refuses 1 'it is the input' scene.tif scene.tif area 3
+refuses 1 "can't open missing.tif" missing.tif new.tif area 3
+refuses 1 'no block can be sure' scene.tif new.tif inertia 0.3 --block 100
+refuses 1 '--memory 1 is too little' scene.tif new.tif area 3 --memory 1
+refuses 1 "threshold 99999 can't be proved for the block at column" scene.tif new.tif area 99999 --block 90 --memory 111
+run scene.tif out.tif inertia 0.3 --block 100 --inexact
+shows out.tif EXACT=NO
+"$program" --help | grep -q '^Example:'
+"$program" --version | grep -q '^attribute-profile [0-9.]*$'
+gdal_translate -q -ot Float32 -b 1 scene.tif float.tif
+refuses 1 'values of type Float32, not integers' float.tif new.tif area 3
+eval "$(grep -o 'gdal_translate.*' $message)" >/dev/null
+run integers.tif out.tif area 3
+rm integers.tif
+
+# What goes wrong on the way leaves the old output, and nothing beside it.
+run scene.tif out.tif area 7
+cp out.tif old.tif
+head -c 100000 scene.tif >broken.tif
+refuses 1 "can't read broken.tif" broken.tif out.tif area 3
+refuses 1 "can't create nowhere/out.tif" scene.tif nowhere/out.tif area 3
+mkdir folder
+refuses 1 'it is a folder' scene.tif folder area 3
+if ((EUID == 0)); then
+  chmod 755 . && mkdir -m 555 closed && chmod 644 scene.tif
+  ! setpriv --reuid=65534 --clear-groups "$program" scene.tif closed/out.tif area 3 2>$message || fail "wrote to closed"
+  grep -q "can't create closed/out.tif.*Permission denied" $message || fail "closed: $(cat $message)"
+  mkdir tiny
+  if mount -t tmpfs -o size=200k none tiny 2>/dev/null; then
+    cp nowhere.tif tiny/out.tif
+    got=0
+    "$program" -q scene.tif tiny/out.tif area 3 --co COMPRESS=NONE 2>$message || got=$?
+    files=$(ls tiny)
+    same tiny/out.tif nowhere.tif
+    umount tiny
+    [[ $got == 1 && $files == out.tif && $(wc -l <$message) == 1 ]] || fail "full disk: $got, $files, $(cat $message)"
+  fi
+fi
+same out.tif old.tif
+
+# Killed in the middle: the old file is still there; a run that ends well replaces it, and what told of it.
+gdal_translate -q -outsize 3000 2000 -r bilinear scene.tif large.tif
+for signal in KILL TERM; do
+  "$program" -q large.tif out.tif area 5000 --block 256 2>$message &
+  pid=$!
+  until compgen -G 'out.partial-*' >/dev/null; do sleep 0.01; done
+  sleep 0.3
+  kill -$signal $pid
+  ! wait $pid 2>/dev/null || fail "not killed"
+  same out.tif old.tif
+  [[ $signal == KILL ]] || ! compgen -G 'out.partial-*' >/dev/null || fail "left by SIGTERM: $(ls)"
+  rm -f out.partial-*
+done
+gdalinfo -stats out.tif >/dev/null && [[ -e out.tif.aux.xml ]]
+run scene.tif out.tif area 8
+[[ ! -e out.tif.aux.xml ]] || fail "statistics of the old file"
+
+# The progress bar is for terminals; the summary for all but the quiet.
+"$program" scene.tif out.tif area 50 --block 128 >$printed
+grep -q '^18 blocks, [0-9]* of them read again, largest overlap [0-9]* pixels; .* a second$' $printed || fail "$(cat $printed)"
+[[ $(wc -l <$printed) == 1 ]]
+script -qec "'$program' scene.tif out.tif area 50" /dev/null >$printed
+grep -q '^0...10...20.*100 - done' $printed || fail "no progress bar: $(cat $printed)"
