@@ -27,10 +27,11 @@
 namespace entry {
 namespace internal {
 
-/// Rows or columns that an image can have: coordinates have 16 bits, and the border behind it needs some.
+/// Rows or columns that an image can have: coordinates have 16 bits, and the border behind it needs some. Without a
+/// border the last coordinate stays free: a walk over the box ends behind it.
 inline std::size_t greatest_length() {
   constexpr std::size_t coordinates = std::size_t{std::numeric_limits<short>::max()} + 1;
-  return coordinates - std::min<std::size_t>(qel::border::thickness, coordinates);
+  return coordinates - std::clamp<std::size_t>(qel::border::thickness, 1, coordinates);
 }
 
 }  // namespace internal

@@ -2,10 +2,11 @@
 #ifndef ENTRY_HOST_HPP
 #define ENTRY_HOST_HPP
 
-// The fifteen operations that the module needs of its host, and nothing else of any host.
+// The fifteen operations that the module needs of its host. It uses one more where there is one: entry/sparse.hpp.
 //
 // They are declared here rather than taken from a host's own headers, so that one set of objects serves
-// MATLAB, GNU Octave (through the adapter in entry/octave) and the host in the test program. The names ending
+// MATLAB (on Windows through the adapter in entry/windows), GNU Octave (through that in entry/octave) and the host in
+// the test program. The names ending
 // in _700 take and give 32-bit dimensions whatever the width of the host's own sizes.
 
 #include <cstddef>

@@ -6,11 +6,34 @@
 
 #include "entry/host.hpp"
 
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+
 namespace entry {
+namespace internal {
+
+/// The width of an element of a numeric class. The integer classes, from 8 on, come in pairs of one width.
+constexpr std::size_t bits_of(mxClassID id) {
+  switch (id) {
+    case mxLOGICAL_CLASS:
+      return 8;
+    case mxDOUBLE_CLASS:
+      return 64;
+    case mxSINGLE_CLASS:
+      return 32;
+    default:
+      return std::size_t{8} << (id - mxINT8_CLASS) / 2;
+  }
+}
+
+}  // namespace internal
 
 /// Host arrays of class `id` hold elements of type T.
 template <typename T, mxClassID id>
-struct host_class {};
+struct host_class {
+  static_assert(sizeof(T) * CHAR_BIT == internal::bits_of(id), "a type of another width than its host class");
+};
 
 template <typename... Classes>
 struct class_list : Classes... {};
@@ -19,7 +42,7 @@ struct class_list : Classes... {};
 using image_classes = class_list<host_class<signed char, mxINT8_CLASS>, host_class<unsigned char, mxUINT8_CLASS>,
                                  host_class<short, mxINT16_CLASS>, host_class<unsigned short, mxUINT16_CLASS>,
                                  host_class<int, mxINT32_CLASS>, host_class<unsigned int, mxUINT32_CLASS>,
-                                 host_class<long, mxINT64_CLASS>, host_class<unsigned long, mxUINT64_CLASS>>;
+                                 host_class<std::int64_t, mxINT64_CLASS>, host_class<std::uint64_t, mxUINT64_CLASS>>;
 
 /// All classes that have a value type.
 using all_classes = class_list<image_classes, host_class<bool, mxLOGICAL_CLASS>, host_class<float, mxSINGLE_CLASS>,

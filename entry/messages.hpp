@@ -16,9 +16,9 @@ inline constexpr char too_many_dimensions[] = "Input 1. Data with more than two 
 inline constexpr char bad_attribute[] = "Input 2 has to be a string.";
 inline constexpr char empty_thresholds[] = "Input 3 has not to be empty.";
 inline constexpr char unsupported_class[] =
-    "Data type not supported.\n Please convert the input data to either one of the following types: uint8, "
-    "int8, "
-    "uint16, int16, uint32, int32, uint64, int64.";
+    "Data type not supported.\n"
+    " Please convert the input data to either one of the following types: "
+    "uint8, int8, uint16, int16, uint32, int32, uint64, int64.";
 
 inline constexpr char not_two_dimensions[] = "Images of >2 dimensions are not supported.";
 inline constexpr char unknown_connectivity[] =

@@ -13,15 +13,25 @@
 
 extern "C" {
 
+#if defined(_WIN32)
+/// An ordinary import: Windows has no others, and every host there has the operation.
+bool mxIsSparse(const mxArray* array);
+#else
 /// A weak reference: the module does not demand it, and a host without sparse arrays may lack it.
 [[gnu::weak]] bool mxIsSparse(const mxArray* array);
+#endif
 
 }  // extern "C"
 
 namespace entry {
 
 /// True if the data block of `array` holds all its elements.
-inline bool is_full(const mxArray* array) { return mxIsSparse == nullptr || !mxIsSparse(array); }
+inline bool is_full(const mxArray* array) {
+#if !defined(_WIN32)
+  if (mxIsSparse == nullptr) return true;
+#endif
+  return !mxIsSparse(array);
+}
 
 }  // namespace entry
 

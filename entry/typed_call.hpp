@@ -15,7 +15,8 @@
 /// \param connectivity  4 or 8; 0 if none was given, which is 4.
 /// \param thresholds    1 x N doubles, in the unit of the attribute.
 /// \param rule          the filtering rule; empty for the attribute's default.
-/// \throws std::bad_alloc, or std::bad_array_new_length for an image with too many rows or columns.
+/// \throws std::bad_alloc, or std::bad_array_new_length for an image with too many rows or columns, or for more
+///         thresholds than a third dimension of 31 bits has planes for.
 ///
 /// A wrong argument ends the call through the host; `output` may be set already then.
 ///

@@ -6,6 +6,7 @@
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/convert/to_p_array.hpp>
+#include <qel/core/dpsites_piter.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/core/p_indexed_piter.hpp>
 #include <qel/core/util/priority_bits.hpp>

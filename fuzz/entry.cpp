@@ -171,18 +171,6 @@ outcome call(const std::vector<argument>& inputs) {
   return o;
 }
 
-/// An element that was left unwritten breaks a law if the image has none of its magnitude.
-template <typename T>
-void check_planes(const std::vector<T>& planes, const std::vector<T>& image, std::size_t n) {
-  const auto [least, greatest] = std::minmax_element(image.begin(), image.end());
-  for (std::size_t i = 0; i < planes.size(); ++i) {
-    const T before = image[i % image.size()];
-    const std::size_t plane = i / image.size();
-    fuzz::require(planes[i] >= (plane <= n ? before : *least), "planes up to the input are raised");
-    fuzz::require(planes[i] <= (plane >= n ? before : *greatest), "planes from the input on are lowered");
-  }
-}
-
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -209,10 +197,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::require(test_host::class_of(first.result) == inputs[0].id(), "the result has the class of the image");
   fuzz::require(test_host::dimensions(first.result) == shape{image[0], image[1], 2 * n + 1},
                 "dimensions of the result");
-  fuzz::call_with_type(static_cast<std::size_t>(inputs[0].id() - mxINT8_CLASS), [&](auto zero) {
-    const auto planes = test_host::values<decltype(zero)>(first.result);
-    check_planes(planes, test_host::values<decltype(zero)>(inputs[0].array), n);
-    fuzz::require(planes == test_host::values<decltype(zero)>(second.result), "a call repeated has the same result");
-  });
+  const std::size_t bytes = (2 * n + 1) * inputs[0].block.size();
+  fuzz::require(std::memcmp(mxGetPr(first.result), mxGetPr(second.result), bytes) == 0,
+                "a call repeated has the same result");
   return 0;
 }

@@ -7,6 +7,8 @@
 // Clang brings a reader of its own, but only with its fuzzer. This one makes the same of a kept input under every
 // compiler.
 
+#include "tests/support/random_image.hpp"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -60,14 +62,11 @@ inline void require(bool holds, const char* law) {
   std::abort();
 }
 
-/// The value types of an image, in the order of the host's classes.
-using value_types = std::tuple<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long>;
-
 /// Calls `function` with a zero of value type number `n`.
 template <typename F>
 void call_with_type(std::size_t n, F function) {
   std::size_t i = 0;
-  std::apply([&](auto... zero) { ((i++ == n ? function(zero) : void()), ...); }, value_types());
+  std::apply([&](auto... zero) { ((i++ == n ? function(zero) : void()), ...); }, support::value_types_in<std::tuple>());
 }
 
 }  // namespace fuzz

@@ -66,28 +66,22 @@ template <typename T>
 void compare(fuzz::input& in) {
   const std::vector<std::string> attributes = {"a", "d", "i", "s", "area", "diagonal", "inertia", "std"};
   const std::vector<std::string> rules = {"", "min", "max", "direct", "sub"};
-  const std::string& attribute = in.pick(attributes);
-  const std::string& rule = in.pick(rules);
+  test_host::request r;
+  r.attribute = in.pick(attributes);
+  r.rule = in.pick(rules);
   const int connectivity = in.below(2) == 0 ? 4 : 8;
-  const std::size_t n = 1 + in.below(4);
+  r.connectivity = connectivity;
+  r.thresholds.resize(1 + in.below(4));
   const auto f = image<T>(in);
   const oracle::slow_profile<T> slow(f, connectivity);
-  std::vector<double> thresholds(n);
-  for (double& t : thresholds) t = threshold(slow.attribute_values(attribute), in);
-
-  const auto* const result =
-      test_host::call({test_host::matrix<T>(f.rows, f.cols, column_major(f)), test_host::text(attribute),
-                       test_host::matrix<double>(1, n, thresholds),
-                       test_host::matrix<double>(1, 1, {static_cast<double>(connectivity)}), test_host::text(rule)});
-  fuzz::require(test_host::dimensions(result) == std::vector<std::size_t>{f.rows, f.cols, 2 * n + 1}, "dimensions");
-  fuzz::require(test_host::values<T>(result) == slow.planes(attribute, thresholds, rule), "planes");
+  for (double& t : r.thresholds) t = threshold(slow.attribute_values(r.attribute), in);
+  fuzz::require(test_host::planes(f, r) == slow.planes(r.attribute, r.thresholds, r.rule), "planes");
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::input in(data, size);
-  test_host::reset();
   fuzz::call_with_type(in.below(8), [&](auto zero) { compare<decltype(zero)>(in); });
   return 0;
 }

@@ -44,9 +44,11 @@
 %   area      n                                            pixels
 %   diagonal  sqrt (H^2 + W^2), of the bounding box        pixels
 %   inertia   (sum ((r - mean (r)).^2) +
-%              sum ((c - mean (c)).^2)) / n^2              no unit, 0 or more
+%              sum ((c - mean (c)).^2)) / n^2              no unit
 %             with r, c the rows and columns of the pixels: small for compact
-%             shapes of any size, greater for elongated ones
+%             shapes of any size, greater for elongated ones; summed in single
+%             precision, so that a small region far from the upper left corner
+%             can get a wrong value, even one below 0
 %   std       sqrt (mean (v.^2) - mean (v)^2)              grey levels
 %             with v the values of the pixels
 %
@@ -86,8 +88,9 @@
 %     AP(:,:,2)        % I
 %     AP(:,:,3)        % bright regions of less than 3 pixels are cut down
 %
-%   See also extended_attribute_profile, differential_attribute_profile,
-%   attribute_profile_montage, attribute_profile_demo, imread, imwrite
+%   See also attribute_profile_thresholds, extended_attribute_profile,
+%   differential_attribute_profile, attribute_profile_montage,
+%   attribute_profile_demo, imread, imwrite
 
 % SPDX-License-Identifier: MIT
 

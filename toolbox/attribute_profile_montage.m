@@ -122,13 +122,10 @@ function picture = resized (picture, scale)
   end
 end
 
-%!function block = block_at (picture, row, column, height, width, below)
-%!  % Of planes of HEIGHT rows that are narrower than their captions, which are 10 rows high with the space to the
-%!  % plane, and 66 columns wide for 'bright < 3 '.
-%!  block = picture(4 + (row-1) * (14+height) + below, 4 + (column-1) * 70 + (1:width));
-%!endfunction
 %!function tile = tile_at (picture, row, column, height, width)
-%!  tile = block_at (picture, row, column, height, width, 10 + (1:height));
+%!  % Of planes that are narrower than their captions, which are 10 rows high with the space to the plane, and 66
+%!  % columns wide for 'bright < 3 '.
+%!  tile = picture(4 + (row-1) * (14+height) + 10 + (1:height), 4 + (column-1) * 70 + (1:width));
 %!endfunction
 
 %!shared AP, L
@@ -141,22 +138,6 @@ end
 %! places = [1 1; 1 2; 2 1.5; 3 1; 3 2];
 %! for k = 1:5
 %!   assert (tile_at (picture, places(k,1), places(k,2), 3, 3), AP(:,:,k));
-%! endfor
-
-%!test <*a caption tells the threshold of its plane>
-%! both = attribute_profile_montage (AP, L);
-%! for k = 1:2
-%!   one = attribute_profile_montage (AP(:,:,[3-k, 3, 3+k]), L(k));
-%!   assert (block_at (both, 1, 3 - k, 3, 66, 1:13), block_at (one, 1, 1, 3, 66, 1:13));
-%!   assert (block_at (both, 3, k, 3, 66, 1:13), block_at (one, 3, 1, 3, 66, 1:13));
-%! endfor
-
-%!test <*thresholds that differ have captions that differ, of characters that stand apart>
-%! values = [0:9, 1234567890, 1234567891, -3.5e+20, 3.5e-20, 0.25, NaN, Inf, -Inf];
-%! pictures = arrayfun (@(value) attribute_profile_montage (AP(:,:,[2 3 4]), value), values, 'UniformOutput', false);
-%! for k = 2:numel (values)
-%!   assert (~any (cellfun (@(other) isequal (other, pictures{k}), pictures(1:k-1))));
-%!   assert (all (all (pictures{k}(5:13, 4 + (6:6:54)) == 160)));
 %! endfor
 
 %!test <*a whole scale repeats pixels, its inverse averages them>

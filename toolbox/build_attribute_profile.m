@@ -5,10 +5,11 @@ function build_attribute_profile (folder)
 %   build_attribute_profile (FOLDER)
 %
 %   Compiles the sources that come with this file and puts the module into
-%   FOLDER, by default the folder of this file: attribute_profile.mexa64 in
-%   MATLAB, by `mex`; attribute_profile.mex in GNU Octave, by `mkoctfile --mex`.
-%   Needs Linux on x86-64, a C++17 compiler that the host is set up for (GCC 8 or
-%   later; `mex -setup C++` in MATLAB), and about a minute.  A failure of the
+%   FOLDER, by default the folder of this file: attribute_profile.mexw64,
+%   .mexa64, .mexmaci64 or .mexmaca64 in MATLAB, by `mex`; attribute_profile.mex
+%   in GNU Octave, by `mkoctfile --mex`.  Needs a C++17 compiler that the host is
+%   set up for (`mex -setup C++` in MATLAB): on Linux GCC 8 or later, on Windows
+%   MinGW-w64, on macOS Xcode's Clang; and about a minute.  A failure of the
 %   compiler is an error.  A module that is loaded is unloaded first.
 %
 %   Example
@@ -21,9 +22,6 @@ function build_attribute_profile (folder)
 
 % SPDX-License-Identifier: MIT
 
-  if ~isunix || ismac
-    error ('build_attribute_profile: the module is for Linux on x86-64 only');
-  end
   here = fileparts (mfilename ('fullpath'));
   if nargin < 1
     folder = here;
@@ -35,29 +33,53 @@ function build_attribute_profile (folder)
   sources = [sources_in(fullfile (root, 'entry')), sources_in(fullfile (root, 'entry', 'types'))];
   include = {['-I' root], ['-I' fullfile(root, 'include')]};
   % A fused multiply-add rounds once where two operations round twice: it would change the sums of the attributes.
-  flags = '-std=c++17 -O3 -DNDEBUG -fPIC -fvisibility=hidden -fvisibility-inlines-hidden -ffp-contract=off';
+  flags = '-std=c++17 -O3 -DNDEBUG -fvisibility=hidden -fvisibility-inlines-hidden -ffp-contract=off';
 
   clear ('attribute_profile');
   fprintf ('Compiling %d files of %s\n', numel (sources), root);
   if exist ('OCTAVE_VERSION', 'builtin')
-    % mkoctfile does not know -std itself and reads the flags of the compiler from here.
-    before = getenv ('CXXFLAGS');
-    restore = onCleanup (@() setenv ('CXXFLAGS', before));
-    setenv ('CXXFLAGS', flags);
-    module = fullfile (folder, 'attribute_profile.mex');
-    exports = ['-Wl,--version-script=' fullfile(root, 'entry', 'exports.map')];
-    status = mkoctfile ('--mex', '-o', module, include{:}, exports, sources{:}, ...
-                        fullfile (root, 'entry', 'octave', 'adapter.cpp'));
-    if status ~= 0
-      error ('build_attribute_profile: the compiler failed; its messages are above');
-    end
+    module = compile_for_octave (folder, root, [include sources], flags);
   else
-    % MATLAB brings a C++ run-time that may be older than the compiler's: the module carries its own.
-    module = fullfile (folder, 'attribute_profile.mexa64');
-    mex ('-outdir', folder, '-output', 'attribute_profile', include{:}, sources{:}, ...
-         ['CXXFLAGS=$CXXFLAGS ' flags], 'LDFLAGS=$LDFLAGS -static-libstdc++');
+    module = compile_for_matlab (folder, [include sources], root, flags);
   end
   fprintf ('Made %s\n', module);
+end
+
+function module = compile_for_octave (folder, root, arguments, flags)
+  if isunix && ~ismac
+    % Else the adapter's functions would be taken for the host's of the same names, where modules are ELF files.
+    arguments{end+1} = ['-Wl,--version-script=' fullfile(root, 'entry', 'exports.map')];
+  end
+  % mkoctfile does not know -std itself and reads the flags of the compiler from here.
+  before = getenv ('CXXFLAGS');
+  restore = onCleanup (@() setenv ('CXXFLAGS', before));
+  setenv ('CXXFLAGS', [flags ' -fPIC']);
+  module = fullfile (folder, 'attribute_profile.mex');
+  status = mkoctfile ('--mex', '-o', module, arguments{:}, fullfile (root, 'entry', 'octave', 'adapter.cpp'));
+  if status ~= 0
+    error ('build_attribute_profile: the compiler failed; its messages are above');
+  end
+end
+
+function module = compile_for_matlab (folder, arguments, root, flags)
+  link = '';
+  if ispc
+    compiler = mex.getCompilerConfigurations ('C++', 'Selected');
+    if isempty (compiler) || isempty (regexpi (compiler(1).Name, 'mingw'))
+      error ('build_attribute_profile: on Windows this needs MinGW-w64: install it as an Add-On, then mex -setup C++');
+    end
+    % MATLAB is made by another compiler, which unwinds none of MinGW's frames: the adapter does, and brings its own
+    % run-time.
+    arguments{end+1} = fullfile (root, 'entry', 'windows', 'adapter.cpp');
+    flags = [flags ' -include entry/windows/link_names.hpp'];
+    link = ' -static';
+  elseif ~ismac
+    % MATLAB brings a C++ run-time that may be older than the compiler's: the module carries its own.
+    link = ' -static-libstdc++';
+  end
+  mex ('-outdir', folder, '-output', 'attribute_profile', arguments{:}, ['CXXFLAGS=$CXXFLAGS ' flags], ...
+       ['LDFLAGS=$LDFLAGS' link]);
+  module = fullfile (folder, ['attribute_profile.' mexext()]);
 end
 
 function files = sources_in (folder)

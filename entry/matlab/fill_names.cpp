@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-// fill_names TEMPLATE
+// fill_names TEMPLATE OUTPUT
 //
-// Prints the file TEMPLATE with @attributes@ and @rules@ replaced by the names, in MATLAB's notation for the elements of
+// Makes of the file TEMPLATE the file OUTPUT, with @attributes@ and @rules@ replaced by the names, in MATLAB's notation for the elements of
 // a cell array. They come from the lists that the module itself reads, so that a new name needs no second place.
 
 #include "entry/attribute.hpp"
@@ -40,14 +40,14 @@ void replace_all(std::string& text, const std::string& mark, const std::string& 
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  std::ifstream file(argc == 2 ? argv[1] : "");
+  std::ifstream file(argc == 3 ? argv[1] : "");
   if (!file) {
-    std::cerr << "usage: fill_names TEMPLATE\n";
+    std::cerr << "usage: fill_names TEMPLATE OUTPUT\n";
     return EXIT_FAILURE;
   }
   std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   replace_all(text, "@attributes@", quoted_names(entry::attributes<qel::image2d<unsigned char>>));
   replace_all(text, "@rules@", quoted_names(entry::rules));
-  std::cout << text;
-  return std::cout.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
+  std::ofstream output(argv[2], std::ios::binary);
+  return output << text << std::flush ? EXIT_SUCCESS : EXIT_FAILURE;
 }

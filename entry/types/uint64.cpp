@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "entry/dispatch.hpp"
 
-template void compute_attribute_profile<unsigned long>(const mxArray*, mxArray*&, std::string, std::int32_t,
+#include <cstdint>
+
+template void compute_attribute_profile<std::uint64_t>(const mxArray*, mxArray*&, std::string, std::int32_t,
                                                        const mxArray*, std::string);

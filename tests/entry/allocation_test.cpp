@@ -13,7 +13,6 @@
 #include <cstdlib>
 #include <limits>
 #include <new>
-#include <string>
 #include <vector>
 
 namespace {
@@ -45,43 +44,41 @@ void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
 namespace {
 
 template <typename T>
-class exhausted_memory : public ::testing::Test {
- protected:
-  /// The planes of a call of which all allocations but the first `successes` fail; empty if the call did.
-  std::vector<T> planes(const std::string& attribute, const std::string& rule, std::size_t successes) {
-    test_host::reset();
-    support::random_engine engine(7);
-    const auto image = support::random_image<T>(5, 6, support::flavour::few_levels, engine);
-    const std::vector<const mxArray*> inputs = {test_host::matrix<T>(5, 6, support::column_major(image)),
-                                                test_host::text(attribute), test_host::matrix<double>(1, 2, {2, 5}),
-                                                test_host::matrix<double>(1, 1, {8}), test_host::text(rule)};
-    allocations_left = successes;
-    try {
-      const mxArray* const result = test_host::call(inputs);
-      allocations_left = never;
-      return test_host::values<T>(result);
-    } catch (const std::bad_alloc&) {
-      return {};
-    }
-  }
-
+struct exhausted_memory : ::testing::Test {
   ~exhausted_memory() override { test_host::reset(); }
 };
 
 TYPED_TEST_SUITE(exhausted_memory, support::value_types, support::value_type_names);
 
+/// The planes of a call of which all allocations but the first `successes` fail; empty if the call did.
+template <typename T>
+std::vector<T> planes(const test_host::request& r, std::size_t successes) {
+  test_host::reset();
+  support::random_engine engine(7);
+  const auto inputs = test_host::inputs(support::random_image<T>(5, 6, support::flavour::few_levels, engine), r);
+  allocations_left = successes;
+  try {
+    const mxArray* const result = test_host::call(inputs);
+    allocations_left = never;
+    return test_host::values<T>(result);
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
+}
+
 TYPED_TEST(exhausted_memory, is_reported_wherever_it_happens_and_the_next_call_is_right) {
   for (const char* const attribute : {"area", "diagonal", "inertia", "std"})
     for (const char* const rule : {"min", "max", "direct", "sub"}) {
-      SCOPED_TRACE(std::string(attribute) + ", " + rule);
+      const test_host::request r{attribute, {2, 5}, 8, rule};
+      SCOPED_TRACE(::testing::Message() << r);
       // The first failures of the process come before anything has been built for its whole life.
       std::size_t failures = 0;
       std::vector<TypeParam> result;
-      while ((result = this->planes(attribute, rule, failures)).empty()) ++failures;
+      while ((result = planes<TypeParam>(r, failures)).empty()) ++failures;
       EXPECT_GT(failures, 30U);
       for (std::size_t k = 0; k <= failures; ++k) {
-        EXPECT_EQ(this->planes(attribute, rule, k).empty(), k < failures);
-        ASSERT_EQ(this->planes(attribute, rule, never), result) << "after a failure of allocation " << k;
+        EXPECT_EQ(planes<TypeParam>(r, k).empty(), k < failures);
+        ASSERT_EQ(planes<TypeParam>(r, never), result) << "after a failure of allocation " << k;
       }
     }
 }

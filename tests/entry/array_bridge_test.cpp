@@ -25,14 +25,16 @@ TEST(array_bridge_limits, larger_images_end_the_call_before_anything_is_made) {
   test_host::reset();
 }
 
-// A wider border leaves fewer coordinates to the image.
+// A wider border leaves fewer coordinates to the image, and none still leaves one to the end of a walk.
 TEST(array_bridge_limits, follow_the_border) {
-  const mxArray* const longest = test_host::array(mxUINT8_CLASS, {32758, 1});
-  const mxArray* const too_long = test_host::array(mxUINT8_CLASS, {32759, 1});
-  const unsigned thickness = std::exchange(qel::border::thickness, 10u);
-  EXPECT_EQ((mxArray2qel_image<unsigned char, unsigned char>(longest).domain().len(0)), 32758u);
-  EXPECT_THROW((mxArray2qel_image<unsigned char, unsigned char>(too_long)), std::bad_array_new_length);
-  qel::border::thickness = thickness;
+  for (const auto& [border, greatest] : {std::pair{10u, 32758u}, {0u, 32767u}}) {
+    const mxArray* const longest = test_host::array(mxUINT8_CLASS, {greatest, 1});
+    const mxArray* const too_long = test_host::array(mxUINT8_CLASS, {greatest + 1, 1});
+    const unsigned thickness = std::exchange(qel::border::thickness, border);
+    EXPECT_EQ((mxArray2qel_image<unsigned char, unsigned char>(longest).domain().len(0)), greatest);
+    EXPECT_THROW((mxArray2qel_image<unsigned char, unsigned char>(too_long)), std::bad_array_new_length);
+    qel::border::thickness = thickness;
+  }
   test_host::reset();
 }
 

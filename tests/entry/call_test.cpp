@@ -3,6 +3,7 @@
 // What a call accepts and what it assumes for inputs that are not given; the usage text; the console.
 
 #include "entry/attribute_profile.hpp"
+#include "entry/typed_call.hpp"
 #include "tests/entry/test_host.hpp"
 #include "tests/support/random_image.hpp"
 
@@ -15,32 +16,33 @@
 namespace {
 
 using test_host::array;
-using test_host::matrix;
 using test_host::text;
 
-class accepted_call : public ::testing::Test {
- protected:
-  void TearDown() override { test_host::reset(); }
+mxArray* scalar(double value) { return test_host::matrix<double>(1, 1, {value}); }
+mxArray* empty() { return array(mxDOUBLE_CLASS, {0, 0}); }
 
-  /// The profile of a picture on which the two connectivities differ, and the rules for moment and deviation.
-  std::vector<short> profile(const char* attribute, std::vector<const mxArray*> optional_inputs) {
-    support::random_engine engine(5);
-    std::vector<short> image(81);
-    for (short& pixel : image) pixel = static_cast<short>(support::below(8, engine));
-    std::vector<const mxArray*> inputs = {matrix<short>(9, 9, image), text(attribute),
-                                          matrix<double>(1, 3, {0.3, 1.8, 3})};
-    inputs.insert(inputs.end(), optional_inputs.begin(), optional_inputs.end());
-    return test_host::values<short>(test_host::call(inputs));
-  }
+/// The inputs of a call for a picture on which the two connectivities differ, and the rules for moment and deviation.
+std::vector<const mxArray*> inputs(const char* attribute, const std::vector<const mxArray*>& optional_inputs = {}) {
+  support::random_engine engine(5);
+  support::matrix<short> image{9, 9, std::vector<short>(81)};
+  for (short& pixel : image.values) pixel = static_cast<short>(support::below(8, engine));
+  auto result = test_host::inputs(image, {attribute, {0.3, 1.8, 3}});
+  result.insert(result.end(), optional_inputs.begin(), optional_inputs.end());
+  return result;
+}
 
-  static mxArray* scalar(double value) { return matrix<double>(1, 1, {value}); }
-  static mxArray* empty() { return array(mxDOUBLE_CLASS, {0, 0}); }
+std::vector<short> profile(const char* attribute, const std::vector<const mxArray*>& optional_inputs = {}) {
+  return test_host::values<short>(test_host::call(inputs(attribute, optional_inputs)));
+}
+
+struct accepted_call : ::testing::Test {
+  ~accepted_call() override { test_host::reset(); }
 };
 
 TEST_F(accepted_call, optional_inputs_may_be_absent_or_empty) {
   const auto all_given = profile("a", {scalar(4), text("min")});
   test_host::reset();
-  EXPECT_EQ(profile("a", {}), all_given);
+  EXPECT_EQ(profile("a"), all_given);
   EXPECT_EQ(profile("a", {empty()}), all_given);
   EXPECT_EQ(profile("a", {text("")}), all_given) << "an empty input 4 of any class counts as not given";
   EXPECT_EQ(profile("a", {empty(), empty()}), all_given);
@@ -57,19 +59,14 @@ TEST_F(accepted_call, connectivity_is_truncated) {
 
 TEST_F(accepted_call, each_attribute_has_two_names_and_its_default_rule) {
   for (const auto& [short_name, name] : {std::pair{"a", "area"}, {"d", "diagonal"}, {"i", "inertia"}, {"s", "std"}})
-    EXPECT_EQ(profile(short_name, {}), profile(name, {})) << name;
+    EXPECT_EQ(profile(short_name), profile(name)) << name;
   // On area and diagonal the four rules agree, so that no call can tell their default.
   for (const char* const name : {"i", "s"}) {
-    const auto with_default = profile(name, {});
+    const auto with_default = profile(name);
     EXPECT_EQ(with_default, profile(name, {empty(), text("sub")})) << name;
     for (const char* const other : {"min", "max", "direct"})
       EXPECT_NE(with_default, profile(name, {empty(), text(other)})) << name << ' ' << other;
   }
-}
-
-TEST_F(accepted_call, given_rule_is_printed) {
-  profile("s", {empty(), text("direct")});
-  EXPECT_EQ(test_host::console(), "Filtering Rule: direct\n");
 }
 
 TEST_F(accepted_call, without_inputs_prints_the_usage_and_touches_no_output) {
@@ -114,13 +111,22 @@ TEST_F(accepted_call, without_inputs_prints_the_usage_and_touches_no_output) {
   }
 }
 
-TEST_F(accepted_call, version_is_told) { EXPECT_STREQ(mexVersion(), "MATLAB R14 native"); }
-
 // A host that tells trailing dimensions as columns makes a list of a 1 x 2 x 2 array.
 TEST_F(accepted_call, thresholds_in_trailing_dimensions_are_a_list) {
   const mxArray* const planes =
-      test_host::call({matrix<short>(1, 1, {200}), text("s"), array(mxDOUBLE_CLASS, {1, 2, 2})});
+      test_host::call({test_host::matrix<short>(1, 1, {200}), text("s"), array(mxDOUBLE_CLASS, {1, 2, 2})});
   EXPECT_EQ(test_host::values<short>(planes), std::vector<short>(9, 200));
+}
+
+TEST_F(accepted_call, typed_call_turns_three_dimensions_away_by_itself) {
+  mxArray* output = nullptr;
+  try {
+    compute_attribute_profile<short>(array(mxINT16_CLASS, {2, 2, 2}), output, "a", 4, scalar(1), "min");
+    ADD_FAILURE() << "the call was accepted";
+  } catch (const test_host::error& e) {
+    EXPECT_STREQ(e.what(), "Images of >2 dimensions are not supported.");
+  }
+  EXPECT_EQ(output, nullptr);
 }
 
 }  // namespace

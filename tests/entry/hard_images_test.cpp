@@ -45,16 +45,6 @@ std::map<std::string, support::matrix<T>> hard_images(std::size_t n) {
   return images;
 }
 
-/// The planes of a profile by two thresholds, the second of which nothing reaches.
-template <typename T>
-std::vector<T> planes(const support::matrix<T>& image, const std::string& attribute, const std::string& rule) {
-  test_host::reset();
-  const double second = attribute == "s" ? 1e30 : 4e9;
-  return test_host::values<T>(test_host::call(
-      {test_host::matrix(image.rows, image.cols, column_major(image)), test_host::text(attribute),
-       test_host::matrix<double>(1, 2, {60, second}), test_host::matrix<double>(1, 1, {4}), test_host::text(rule)}));
-}
-
 template <typename T>
 struct hard_image : ::testing::Test {};
 TYPED_TEST_SUITE(hard_image, support::value_types, support::value_type_names);
@@ -68,10 +58,12 @@ TYPED_TEST(hard_image, is_filtered_until_nothing_is_left_and_mirrored_by_its_com
     for (TypeParam& value : complement.values) value = static_cast<TypeParam>(~value);
     for (const std::string attribute : {"a", "d", "i", "s"})
       for (const char* const rule : {"min", "max", "direct", "sub"}) {
-        const auto found = planes(image, attribute, rule);
+        // Nothing reaches the second threshold.
+        const test_host::request r{attribute, {60, attribute == "s" ? 1e30 : 4e9}, 4, rule};
+        const auto found = planes(image, r);
         auto expected = found;
         if (attribute == "a" || attribute == "d") {  // the others round sums in another order
-          const auto mirrored = planes(complement, attribute, rule);
+          const auto mirrored = planes(complement, r);
           for (std::size_t i = 0; i < found.size(); ++i)
             expected[i] = static_cast<TypeParam>(~mirrored[(4 - i / size) * size + i % size]);
         }
@@ -80,7 +72,7 @@ TYPED_TEST(hard_image, is_filtered_until_nothing_is_left_and_mirrored_by_its_com
           expected[2 * size + i] = input[i];
           expected[4 * size + i] = *least;
         }
-        ASSERT_TRUE(found == expected) << name << ", " << attribute << ", " << rule;
+        ASSERT_TRUE(found == expected) << name << ", " << r;
       }
   }
 }

@@ -2,7 +2,6 @@
 
 // Every error text, and which one a call with several faults gets: that of the first check in order.
 
-#include "entry/typed_call.hpp"
 #include "tests/entry/test_host.hpp"
 
 #include <gtest/gtest.h>
@@ -156,18 +155,6 @@ TEST(rejected_calls, wrong_number_of_inputs_is_found_before_any_input_is_looked_
       EXPECT_STREQ(e.what(), "Wrong number of inputs.\n") << count;
     }
   }
-}
-
-TEST(rejected_calls, typed_call_turns_three_dimensions_away_by_itself) {
-  mxArray* output = nullptr;
-  try {
-    compute_attribute_profile<short>(array(mxINT16_CLASS, {2, 2, 2}), output, "a", 4, scalar(1), "min");
-    ADD_FAILURE() << "the call was accepted";
-  } catch (const test_host::error& e) {
-    EXPECT_STREQ(e.what(), "Images of >2 dimensions are not supported.");
-  }
-  EXPECT_EQ(output, nullptr);
-  test_host::reset();
 }
 
 TEST(rejected_calls, unknown_rule_is_printed_and_leaves_every_plane_unwritten) {

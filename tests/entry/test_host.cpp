@@ -33,22 +33,8 @@ std::string printed;
 bool text_memory_exhausted = false;
 
 std::size_t element_size(mxClassID id) {
-  switch (static_cast<int>(id)) {
-    case 3:
-    case 8:
-    case 9:
-      return 1;
-    case 4:
-    case 10:
-    case 11:
-      return 2;
-    case 7:
-    case 12:
-    case 13:
-      return 4;
-    default:
-      return 8;
-  }
+  constexpr std::size_t sizes[] = {0, 8, 8, 1, 2, 8, 8, 4, 1, 1, 2, 2, 4, 4, 8, 8};
+  return sizes[static_cast<std::size_t>(id)];
 }
 
 std::size_t product(const std::vector<std::size_t>& factors, std::size_t first) {

@@ -9,7 +9,11 @@
 
 #include "entry/host.hpp"
 
+#include "tests/support/random_image.hpp"
+
 #include <cstddef>
+#include <iomanip>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -85,6 +89,44 @@ std::vector<T> values(const mxArray* a) {
   std::size_t count = 0;
   const T* const block = static_cast<const T*>(internal::data(a, sizeof(T), count));
   return std::vector<T>(block, block + count);
+}
+
+/// What a call asks for besides the image. Connectivity 0 and an empty rule mean: not given.
+struct request {
+  std::string attribute;
+  std::vector<double> thresholds;
+  double connectivity = 0;
+  std::string rule = {};
+};
+
+inline std::ostream& operator<<(std::ostream& out, const request& r) {
+  out << "attribute '" << r.attribute << "', rule '" << r.rule << "', connectivity " << r.connectivity
+      << ", thresholds [";
+  for (const double t : r.thresholds) out << std::setprecision(17) << " " << t;
+  return out << " ]";
+}
+
+/// The inputs of the call.
+template <typename T>
+std::vector<const mxArray*> inputs(const support::matrix<T>& image, const request& r) {
+  std::vector<const mxArray*> result = {matrix<T>(image.rows, image.cols, column_major(image)), text(r.attribute),
+                                        matrix<double>(1, r.thresholds.size(), r.thresholds)};
+  if (r.connectivity != 0)
+    result.push_back(matrix<double>(1, 1, {r.connectivity}));
+  else if (!r.rule.empty())
+    result.push_back(array(mxDOUBLE_CLASS, {0, 0}));
+  if (!r.rule.empty()) result.push_back(text(r.rule));
+  return result;
+}
+
+/// The planes that the call returns, one after the other. What was there before goes by reset().
+template <typename T>
+std::vector<T> planes(const support::matrix<T>& image, const request& r) {
+  reset();
+  const mxArray* const result = call(inputs(image, r));
+  if (dimensions(result) != std::vector<std::size_t>{image.rows, image.cols, 2 * r.thresholds.size() + 1})
+    throw std::logic_error("the result has wrong dimensions");
+  return values<T>(result);
 }
 
 }  // namespace test_host

@@ -11,7 +11,7 @@
 
 namespace support {
 
-/// An image with nothing but what the concept class asks for: no border, no block, no sharing. An algorithm
+/// An image with nothing but what the concept class asks for, and a border of 0: no block, no sharing. An algorithm
 /// that takes it needs no more.
 template <typename T>
 class minimal_image : public qel::Image<minimal_image<T>> {
@@ -29,6 +29,7 @@ class minimal_image : public qel::Image<minimal_image<T>> {
   bool is_valid() const { return true; }
   const qel::box2d& domain() const { return domain_; }
   bool has(const qel::point2d& p) const { return domain_.has(p); }
+  unsigned border() const { return 0; }
   const T& operator()(const qel::point2d& p) const { return values_[index(p)]; }
   T& operator()(const qel::point2d& p) { return values_[index(p)]; }
 

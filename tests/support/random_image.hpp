@@ -2,7 +2,7 @@
 #ifndef TESTS_SUPPORT_RANDOM_IMAGE_HPP
 #define TESTS_SUPPORT_RANDOM_IMAGE_HPP
 
-// Small random images for tests, the same on every machine for one seed: they come from the engine's own
+// The value types of images, and small random images for tests, the same on every machine for one seed: they come from the engine's own
 // output, which is fixed by the standard, and from no distribution class, whose output is not.
 
 #include <algorithm>
@@ -18,6 +18,11 @@
 namespace support {
 
 using random_engine = std::mt19937_64;
+
+/// A list of the eight value types of an image, and of `More` that other images of the library have.
+template <template <typename...> class List, typename... More>
+using value_types_in =
+    List<signed char, unsigned char, short, unsigned short, int, unsigned, std::int64_t, std::uint64_t, More...>;
 
 /// A number from 0 to `n` - 1. The slight unevenness of the modulo does not matter here. \pre `n` is not 0.
 inline std::size_t below(std::size_t n, random_engine& engine) { return static_cast<std::size_t>(engine() % n); }
@@ -101,7 +106,12 @@ std::vector<T> distinct_values(std::size_t n, random_engine& engine) {
   const std::uint64_t step = std::max<std::uint64_t>(1, (std::uint64_t{1} << (sizeof(T) * 8 - 1)) / n);
   std::vector<T> result;
   for (std::size_t i = 0; i < n; ++i) result.push_back(static_cast<T>(i * step - n / 2 * step));
-  for (std::size_t i = n; i > 1; --i) std::swap(result[i - 1], result[below(i, engine)]);
+  for (std::size_t i = n; i > 1; --i) {
+    const std::size_t other = below(i, engine);
+    const T last = result[i - 1];
+    result[i - 1] = result[other];
+    result[other] = last;
+  }
   return result;
 }
 
@@ -122,31 +132,25 @@ matrix<T> random_image(std::size_t rows, std::size_t cols, flavour kind, random_
   const std::size_t row_slope = 1 + below(4, engine);
   const std::size_t col_slope = 1 + below(4, engine);
   const std::size_t flatness = 1 + 7 * below(2, engine);
-  matrix<T> image{rows, cols, internal::distinct_values<T>(rows * cols, engine)};
-  for (std::size_t i = 0; i < rows * cols; ++i) {
-    const std::size_t row = i / cols;
-    const std::size_t col = i % cols;
-    T& value = image.values[i];
+  const auto distinct = internal::distinct_values<T>(rows * cols, engine);
+  const auto value = [&](std::size_t row, std::size_t col) -> T {
     switch (kind) {
       case flavour::few_levels:
-        value = palette[below(palette.size(), engine)];
-        break;
+        return palette[below(palette.size(), engine)];
       case flavour::full_range:
-        value = internal::any_value<T>(engine);
-        break;
+        return internal::any_value<T>(engine);
       case flavour::all_distinct:
-        break;
+        return distinct[row * cols + col];
       case flavour::constant:
-        value = first;
-        break;
+        return first;
       case flavour::ramp:
-        value = static_cast<T>((row_slope * row + col_slope * col) / flatness + below(3, engine));
-        break;
-      case flavour::checkerboard:
-        value = (row + col) % 2 == 0 ? first : second;
-        break;
+        return static_cast<T>((row_slope * row + col_slope * col) / flatness + below(3, engine));
+      default:
+        return (row + col) % 2 == 0 ? first : second;
     }
-  }
+  };
+  matrix<T> image{rows, cols, {}};
+  for (std::size_t i = 0; i < rows * cols; ++i) image.values.push_back(value(i / cols, i % cols));
   return image;
 }
 

@@ -16,7 +16,6 @@
 #include <cstdint>
 #include <limits>
 #include <numeric>
-#include <set>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -119,43 +118,20 @@ inline double converted(char attribute, double threshold) {
 
 /// A component of a threshold set {f >= v} or {f <= v} that has sites of value v.
 struct node {
-  std::vector<bool> component;      // by site
-  std::ptrdiff_t size;              // of the component, in sites
-  std::size_t parent;               // index of the next greater component; the root is its own parent
-  site canonical;                   // of the sites of value v, the first in the sweep order
-  tally content;                    // of the whole component
-  std::vector<std::size_t> branch;  // the node, its parent, and so on to the root
+  site canonical;      // of its sites of value v, the first in the sweep order
+  std::size_t parent;  // the next greater component, a node before this one; the root is its own parent
+  tally content;       // of the whole component
 };
 
 template <typename T>
 sites neighbours(const matrix<T>& image, site p, int connectivity) {
+  const site row = p / image.cols;
+  const site col = p % image.cols;
   sites result;
-  for (int dr = -1; dr <= 1; ++dr)
-    for (int dc = -1; dc <= 1; ++dc) {
-      const long row = static_cast<long>(p / image.cols) + dr;
-      const long col = static_cast<long>(p % image.cols) + dc;
-      const bool inside =
-          0 <= row && row < static_cast<long>(image.rows) && 0 <= col && col < static_cast<long>(image.cols);
-      const int steps = dr * dr + dc * dc;
-      if (inside && (steps == 1 || (steps == 2 && connectivity == 8)))
-        result.push_back(static_cast<site>(row) * image.cols + static_cast<site>(col));
-    }
+  for (site r = row == 0 ? 0 : row - 1; r < std::min(row + 2, image.rows); ++r)
+    for (site c = col == 0 ? 0 : col - 1; c < std::min(col + 2, image.cols); ++c)
+      if (connectivity == 8 ? r != row || c != col : (r == row) != (c == col)) result.push_back(r * image.cols + c);
   return result;
-}
-
-/// The sites of `set` that can be reached from `start` without leaving it.
-template <typename T>
-std::vector<bool> flood(const matrix<T>& image, const std::vector<bool>& set, site start, int connectivity) {
-  std::vector<bool> reached(set.size(), false);
-  reached[start] = true;
-  sites queue = {start};
-  for (std::size_t i = 0; i < queue.size(); ++i)
-    for (const site q : neighbours(image, queue[i], connectivity))
-      if (set[q] && !reached[q]) {
-        reached[q] = true;
-        queue.push_back(q);
-      }
-  return reached;
 }
 
 /// All sites, the root's value first. Ties stand in raster order, except that the falling order of a type
@@ -176,23 +152,31 @@ sites sweep_order(const matrix<T>& image, bool max_tree) {
 template <typename T>
 class tree {
  public:
-  tree(const matrix<T>& image, bool max_tree, int connectivity) : image_(image), node_of_(image.values.size()) {
-    for (const T v : std::set<T>(image.values.begin(), image.values.end())) add_level(v, max_tree, connectivity);
-    for (std::size_t n = 0; n < nodes_.size(); ++n) nodes_[n].parent = next_greater(n);
-    for (std::size_t n = 0; n < nodes_.size(); ++n) nodes_[n].branch = branch_of(n);
-    sum_up(sweep_order(image, max_tree));
+  tree(const matrix<T>& image, bool max_tree, int connectivity)
+      : image_(image), node_of_(image.values.size(), std::numeric_limits<std::size_t>::max()) {
+    const sites order = sweep_order(image, max_tree);
+    for (const site p : order)
+      if (nodes_.empty() || value(node_of_[p]) != image.values[p]) add_node(p, max_tree, connectivity);
+    sum_up(order);
   }
 
   const std::vector<node>& nodes() const { return nodes_; }
 
-  /// The image filtered with one threshold.
+  /// The image filtered with one threshold. "direct" keeps the passing nodes, "max" them and all their ancestors,
+  /// "min" those that pass with all their ancestors; the others get the value of the nearest kept ancestor, or of the
+  /// root. "sub" keeps the step from the parent to each passing node, and wraps like T.
   matrix<T> filtered(char attribute, double threshold, const std::string& rule) const {
-    std::vector<bool> passes;
-    for (const node& n : nodes_) passes.push_back(measure(attribute, n.content) >= converted(attribute, threshold));
-    const std::vector<bool> survives = survivors(passes, rule);
-    std::vector<T> values;
-    for (std::size_t n = 0; n < nodes_.size(); ++n)
-      values.push_back(rule == "sub" ? lowered(n, passes) : value(nearest(n, survives)));
+    std::vector<bool> kept;
+    for (const node& n : nodes_) kept.push_back(measure(attribute, n.content) >= converted(attribute, threshold));
+    for (std::size_t n = nodes_.size(); rule == "max" && n-- > 0;)
+      if (kept[n]) kept[nodes_[n].parent] = true;
+    std::vector<T> values = {value(0)};
+    for (std::size_t n = 1; n < nodes_.size(); ++n) {
+      const std::size_t parent = nodes_[n].parent;
+      if (rule == "min" && !kept[parent]) kept[n] = false;
+      const T raised = static_cast<T>(bits(values[parent]) + bits(value(n)) - bits(value(parent)));
+      values.push_back(!kept[n] ? values[parent] : rule == "sub" ? raised : value(n));
+    }
     matrix<T> result = image_;
     for (site p = 0; p < node_of_.size(); ++p) result.values[p] = values[node_of_[p]];
     return result;
@@ -201,36 +185,27 @@ class tree {
  private:
   T value(std::size_t n) const { return image_.values[nodes_[n].canonical]; }
 
-  void add_level(T v, bool max_tree, int connectivity) {
-    std::vector<bool> set;
-    for (const T u : image_.values) set.push_back(max_tree ? u >= v : u <= v);
-    std::vector<bool> done(set.size(), false);
-    for (site p = 0; p < set.size(); ++p) {
-      if (image_.values[p] != v || done[p]) continue;
-      node n{flood(image_, set, p, connectivity), 0, 0, p, {}, {}};
-      n.size = std::count(n.component.begin(), n.component.end(), true);
-      for (site q = p; q < set.size(); ++q)
-        if (n.component[q] && image_.values[q] == v) {
-          node_of_[q] = nodes_.size();
-          done[q] = true;
-        }
-      nodes_.push_back(n);
-    }
-  }
+  static std::uint64_t bits(T value) { return static_cast<std::uint64_t>(+value); }
 
-  /// Components are nested or apart: of those that hold a site of node `n` and are greater, the smallest.
-  std::size_t next_greater(std::size_t n) const {
-    std::size_t best = n;
-    for (std::size_t m = 0; m < nodes_.size(); ++m)
-      if (nodes_[m].component[nodes_[n].canonical] && nodes_[m].size > nodes_[n].size)
-        if (best == n || nodes_[m].size < nodes_[best].size) best = m;
-    return best;
+  /// Levels come from the root outwards: what holds `first` up to now is the parent, and each site of the component
+  /// keeps the new node until a smaller component takes it.
+  void add_node(site first, bool max_tree, int connectivity) {
+    const std::size_t n = nodes_.size();
+    const T level = image_.values[first];
+    nodes_.push_back({first, n == 0 ? 0 : node_of_[first], {}});
+    node_of_[first] = n;
+    sites queue = {first};
+    for (std::size_t i = 0; i < queue.size(); ++i)
+      for (const site q : neighbours(image_, queue[i], connectivity)) {
+        if (node_of_[q] == n || (max_tree ? image_.values[q] < level : image_.values[q] > level)) continue;
+        node_of_[q] = n;
+        queue.push_back(q);
+      }
   }
 
   /// Every site takes itself; then, the last of the order first, each hands over to the canonical site of its
   /// node, and a canonical site to that of the parent node. `float` sums round as this order says.
   void sum_up(const sites& order) {
-    for (auto p = order.rbegin(); p != order.rend(); ++p) nodes_[node_of_[*p]].canonical = *p;
     std::vector<tally> tallies;
     for (site p = 0; p < order.size(); ++p) tallies.push_back(tally_of(image_, p));
     for (auto p = order.rbegin(); p != order.rend(); ++p) {
@@ -241,45 +216,9 @@ class tree {
     for (node& n : nodes_) n.content = tallies[n.canonical];
   }
 
-  std::vector<std::size_t> branch_of(std::size_t n) const {
-    std::vector<std::size_t> result = {n};
-    while (nodes_[result.back()].parent != result.back()) result.push_back(nodes_[result.back()].parent);
-    return result;
-  }
-
-  /// "direct": the passing nodes. "max": they and all their ancestors. "min": those that pass with all their ancestors.
-  std::vector<bool> survivors(const std::vector<bool>& passes, const std::string& rule) const {
-    const bool min = rule == "min";
-    const bool max = rule == "max";
-    std::vector<bool> result = passes;
-    for (std::size_t n = 0; n < nodes_.size(); ++n)
-      for (const std::size_t ancestor : nodes_[n].branch) {
-        if (min && !passes[ancestor]) result[n] = false;
-        if (max && passes[n]) result[ancestor] = true;
-      }
-    return result;
-  }
-
-  /// The nearest node upward that survives, or the root.
-  std::size_t nearest(std::size_t n, const std::vector<bool>& survives) const {
-    const auto& b = nodes_[n].branch;
-    const auto found = std::find_if(b.begin(), b.end(), [&](std::size_t m) { return survives[m]; });
-    return found == b.end() ? b.back() : *found;
-  }
-
-  std::uint64_t wrapping_value(std::size_t n) const { return static_cast<std::uint64_t>(+value(n)); }
-
-  /// The node's value less the step to the parent at every failing node of its branch; wraps like T.
-  T lowered(std::size_t n, const std::vector<bool>& passes) const {
-    std::uint64_t result = wrapping_value(n);
-    for (const std::size_t m : nodes_[n].branch)
-      if (!passes[m]) result -= wrapping_value(m) - wrapping_value(nodes_[m].parent);
-    return static_cast<T>(result);
-  }
-
   matrix<T> image_;
   std::vector<node> nodes_;
-  std::vector<std::size_t> node_of_;  // by site
+  std::vector<std::size_t> node_of_;  // by site: the last node whose component holds it
 };
 
 // ---- Profile

@@ -60,12 +60,13 @@ sites walk(P p) {
   return walks[0];
 }
 
-/// An image with its first site at (0, 0).
+/// What an image may be made of for a tree to be found.
+using tree_types = support::value_types_in<::testing::Types, bool, double>;
+
 template <typename T>
-image2d<T> image(const support::matrix<T>& m) {
-  image2d<T> result(box2d({0, 0}, point2d(0, 0) + dpoint2d(m.rows - 1, m.cols - 1)));
-  for (std::size_t i = 0; i < m.values.size(); ++i)
-    result({static_cast<short>(i / m.cols), static_cast<short>(i % m.cols)}) = m.values[i];
+image2d<T> image(const support::matrix<T>& m, const point2d& first = {0, 0}, unsigned border = 3) {
+  image2d<T> result(box2d(first, first + dpoint2d(m.rows - 1, m.cols - 1)), border);
+  for (std::size_t i = 0; i < m.values.size(); ++i) result(first + dpoint2d(i / m.cols, i % m.cols)) = m.values[i];
   return result;
 }
 
@@ -79,16 +80,20 @@ std::vector<T> values(const image2d<T>& ima) {
 
 constexpr unsigned long seed = 20240229;
 
-/// Calls `check(image, engine)` for random images of all kinds, from one site up.
+/// Calls `check(image, engine)` for random images of all kinds, from one site up, at the origin and at the ends of
+/// the range of coordinates. Those without a border cannot be flooded: their trees are found by union-find.
 template <typename T, typename F>
 void for_random_images(F check) {
   support::random_engine engine(seed);
   for (const auto kind : support::flavours)
-    for (const auto& [rows, cols] : {std::pair{1u, 1u}, {1u, 9u}, {9u, 1u}, {4u, 5u}, {9u, 8u}}) {
-      const auto m = support::random_image<T>(rows, cols, kind, engine);
-      SCOPED_TRACE(::testing::Message() << "seed " << seed << ", image " << m);
-      check(image(m), engine);
-    }
+    for (const auto& [rows, cols] : {std::pair{1u, 1u}, {1u, 2u}, {1u, 9u}, {9u, 1u}, {4u, 5u}, {9u, 8u}})
+      for (const unsigned border : {0u, 3u}) {
+        const auto m = support::random_image<T>(rows, cols, kind, engine);
+        const std::array<point2d, 3> places = {{{0, 0}, {-32765, 32756}, {32756, -300}}};
+        const point2d& first = places[support::below(3, engine)];
+        SCOPED_TRACE(::testing::Message() << "seed " << seed << ", border " << border << ", image " << m);
+        check(image(m, first, border), engine);
+      }
 }
 
 /// Calls `check(tree, max_tree, neighbourhood, engine)` for the four trees of each random image.

@@ -2,7 +2,6 @@
 #ifndef QEL_CORE_DPSITES_PITER_HPP
 #define QEL_CORE_DPSITES_PITER_HPP
 
-#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/internal/site_relative_iterator_base.hpp>
 
 namespace qel {
@@ -12,8 +11,8 @@ namespace qel {
 /// A Site_Iterator; `center_at(p)` sends it around another centre.
 template <typename W>
 struct dpsites_fwd_piter : internal::site_relative_iterator_base<W, dpsites_fwd_piter<W>> {
-  /// What keeps the window, the centre and the current site.
-  using base = internal::site_relative_iterator_base<W, dpsites_fwd_piter<W>>;
+  /// A displacement.
+  using dpsite = typename W::dpsite;
   /// A site of the window's grid.
   using psite = typename W::psite;
 
@@ -27,17 +26,12 @@ struct dpsites_fwd_piter : internal::site_relative_iterator_base<W, dpsites_fwd_
     this->change_target(win);
     this->center_at(center);
   }
+  dpsites_fwd_piter(const W&&, const psite&) = delete;
+  template <typename P>
+  dpsites_fwd_piter(const W&, const P&&) = delete;
 
-  void do_start_() { i_ = 0; }
-  void do_next_() { ++i_; }
-  bool is_valid_() const { return i_ != this->s_->std_set().vect().size(); }
-  void invalidate_() { i_ = internal::narrowed<unsigned>(this->s_->std_set().vect().size()); }
-
-  /// The site reached by the current displacement; it may lie outside every image.
-  psite compute_p_() const { return *this->c_ + this->s_->dp(i_); }
-
- private:
-  unsigned i_ = 0;
+  /// Displacement number `i`; the site that it reaches may lie outside every image.
+  dpsite dp_(unsigned i) const { return this->s_->dp(i); }
 };
 
 }  // namespace qel

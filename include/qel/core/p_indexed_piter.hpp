@@ -16,6 +16,7 @@ struct p_indexed_fwd_piter : internal::site_set_iterator_base<S, p_indexed_fwd_p
   p_indexed_fwd_piter() = default;
   /// A walk over `s`, invalid until `start()`. \pre `s` outlives it and is not changed during the walk.
   explicit p_indexed_fwd_piter(const S& s) { this->change_target(s); }
+  explicit p_indexed_fwd_piter(const S&&) = delete;
 
   void start_() { this->p_.change_index(0); }
   void next_() { this->p_.inc_index(); }
@@ -30,6 +31,7 @@ struct p_indexed_bkd_piter : internal::site_set_iterator_base<S, p_indexed_bkd_p
   p_indexed_bkd_piter() = default;
   /// A walk over `s`, invalid until `start()`. \pre `s` outlives it and is not changed during the walk.
   explicit p_indexed_bkd_piter(const S& s) { this->change_target(s); }
+  explicit p_indexed_bkd_piter(const S&&) = delete;
 
   void start_() { this->p_.change_index(static_cast<int>(this->s_->nsites()) - 1); }
   void next_() { this->p_.dec_index(); }

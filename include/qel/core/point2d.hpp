@@ -52,13 +52,13 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
   /// Whether a coordinate differs.
   friend bool operator!=(const point& a, const point& b) { return !(a == b); }
 
-  /// The site to which `dp` leads from `p`. Each coordinate wraps modulo 65536: (32767, 0) + (1, 0) is (-32768, 0).
+  /// The site to which `dp` leads from `p`. Each coordinate wraps, at 16 bits: (32767, 0) + (1, 0) is (-32768, 0).
   friend point operator+(const point& p, const dpsite& dp) {
-    return {internal::narrowed<short>(p.row() + dp.row()), internal::narrowed<short>(p.col() + dp.col())};
+    return {internal::narrowed<C>(p.row() + dp.row()), internal::narrowed<C>(p.col() + dp.col())};
   }
   /// The site from which `dp` leads to `p`; wraps in the same way.
   friend point operator-(const point& p, const dpsite& dp) {
-    return {internal::narrowed<short>(p.row() - dp.row()), internal::narrowed<short>(p.col() - dp.col())};
+    return {internal::narrowed<C>(p.row() - dp.row()), internal::narrowed<C>(p.col() - dp.col())};
   }
 
  private:
@@ -68,6 +68,18 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
 
 /// A site of the plane, two signed 16-bit coordinates.
 using point2d = point<grid::square, short>;
+
+// The friends of `point`, declared outside the class too: so they are found for whatever stands in for a site, an
+// iterator or a stored position, whose classes know nothing of them.
+
+/// Whether both coordinates are equal; also for what stands in for a site.
+inline bool operator==(const point2d& a, const point2d& b);
+/// Whether a coordinate differs; also for what stands in for a site.
+inline bool operator!=(const point2d& a, const point2d& b);
+/// The site to which `dp` leads from `p`, modulo 65536; also for what stands in for a site.
+inline point2d operator+(const point2d& p, const dpoint2d& dp);
+/// The site from which `dp` leads to `p`, modulo 65536; also for what stands in for a site.
+inline point2d operator-(const point2d& p, const dpoint2d& dp);
 
 }  // namespace qel
 

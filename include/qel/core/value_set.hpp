@@ -5,8 +5,10 @@
 // The set of all values of a type, as an object.
 
 #include <qel/core/internal/narrowed.hpp>
+#include <qel/core/trait_image.hpp>
 
 #include <limits>
+#include <type_traits>
 
 namespace qel {
 
@@ -20,12 +22,12 @@ namespace internal {
 
 /// What a set of values offers when its values can be counted: 8-bit integers and truth values. Empty
 /// otherwise.
-template <typename T, typename E>
+template <typename T, typename E, typename = void>
 struct iterable_set {};
 
 /// The values of an 8-bit integer type in ascending order, numbered from 0.
 template <typename T, typename E>
-struct iterable_integer_set {
+struct iterable_set<T, E, std::enable_if_t<qel::internal::has_low_quant<T>>> {
   unsigned nvalues() const { return 256; }
 
   /// The value of index `i`, in [0, 255].
@@ -38,12 +40,6 @@ struct iterable_integer_set {
   /// The index of the value `v`: 0 for the least value of the type.
   unsigned index_of(const T& v) const { return static_cast<unsigned>(v - std::numeric_limits<T>::min()); }
 };
-
-template <typename E>
-struct iterable_set<signed char, E> : iterable_integer_set<signed char, E> {};
-
-template <typename E>
-struct iterable_set<unsigned char, E> : iterable_integer_set<unsigned char, E> {};
 
 template <typename E>
 struct iterable_set<bool, E> {

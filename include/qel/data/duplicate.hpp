@@ -4,7 +4,6 @@
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/trait_image.hpp>
-#include <qel/data/check_init.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>
 #include <qel/trace/trace.hpp>
@@ -20,9 +19,7 @@ namespace qel {
 template <typename I>
 typename trait::concrete<I>::ret duplicate(const Image<I>& model) {
   trace::entering("core::duplicate");
-  using output_t = typename trait::concrete<I>::ret;
-  internal::check_init(&output_t::init_);
-  output_t output;
+  typename trait::concrete<I>::ret output;
   initialize(output, model);
   data::fill(output, internal::force_exact<I>(model));
   trace::exiting("core::duplicate");

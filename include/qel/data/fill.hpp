@@ -16,6 +16,11 @@ namespace data {
 
 namespace internal {
 
+/// Chosen for an image, and for what derives from an image class.
+template <typename J>
+std::true_type is_image(const Image<J>&);
+std::false_type is_image(...);
+
 template <typename I>
 void fill_dispatch_overload(I& ima, const typename I::value& value) {
   data::fill_with_value(ima, value);
@@ -27,13 +32,12 @@ void fill_dispatch_overload(I& ima, const Image<J>& data) {
 }
 
 template <typename I, typename D>
-std::enable_if_t<!std::is_base_of_v<Image<D>, D>> fill_dispatch(Image<I>& ima, const D& d) {
-  fill_dispatch_overload(qel::internal::force_exact<I>(ima), static_cast<const typename I::value&>(d));
-}
-
-template <typename I, typename J>
-void fill_dispatch(Image<I>& ima, const Image<J>& data) {
-  fill_dispatch_overload(qel::internal::force_exact<I>(ima), data);
+void fill_dispatch(Image<I>& ima, const D& d) {
+  I& exact_ima = qel::internal::force_exact<I>(ima);
+  if constexpr (decltype(is_image(d))::value)
+    fill_dispatch_overload(exact_ima, d);
+  else
+    fill_dispatch_overload(exact_ima, static_cast<const typename I::value&>(d));
 }
 
 }  // namespace internal
@@ -41,7 +45,7 @@ void fill_dispatch(Image<I>& ima, const Image<J>& data) {
 /// Writes a whole image: with one value (border included), or with the values of another image
 /// (`fill_with_image`).
 ///
-/// Cost: one pass; nothing is allocated.
+/// Cost: one pass; no memory that grows with the image.
 ///
 /// \param ima the image to write.
 /// \param d   a value, converted to the value type of `ima`, or an image with the domain of `ima`.

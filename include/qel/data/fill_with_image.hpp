@@ -6,7 +6,6 @@
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/concept/image.hpp>
-#include <qel/core/internal/metal.hpp>
 #include <qel/data/border_get.hpp>
 #include <qel/data/fwd_pixter2d.hpp>
 #include <qel/data/pixel.hpp>
@@ -81,18 +80,6 @@ void fill_with_image_(Image<I>& ima, const Image<J>& data) {
     impl::fill_with_image_lines(ima, data);
 }
 
-/// Elements of one size: runs of elements are assigned.
-template <typename I, typename J>
-void fill_with_image_dispatch(metal::bool_<true>, Image<I>& ima, const Image<J>& data) {
-  internal::fill_with_image_(ima, data);
-}
-
-/// Elements of different sizes: each one is converted on its own.
-template <typename I, typename J>
-void fill_with_image_dispatch(metal::bool_<false>, Image<I>& ima, const Image<J>& data) {
-  impl::fill_with_image_fast(ima, data);
-}
-
 }  // namespace internal
 
 /// Gives `ima` the values of `data`, converted to its value type.
@@ -104,8 +91,11 @@ void fill_with_image_dispatch(metal::bool_<false>, Image<I>& ima, const Image<J>
 template <typename I, typename J>
 void fill_with_image(Image<I>& ima, const Image<J>& data) {
   trace::entering("data::fill_with_image");
-  using same_size = metal::bool_<sizeof(typename I::value) == sizeof(typename J::value)>;
-  internal::fill_with_image_dispatch(same_size(), ima, data);
+  // Runs of elements can be assigned where they have one size; elements of different sizes are converted one by one.
+  if constexpr (sizeof(typename I::value) == sizeof(typename J::value))
+    internal::fill_with_image_(ima, data);
+  else
+    impl::fill_with_image_fast(ima, data);
   trace::exiting("data::fill_with_image");
 }
 

@@ -48,7 +48,8 @@ class forward_pixel_iterator_base_ : public Iterator<E>, public pixel_impl_<I, E
 ///
 ///     for (p.start(); p.is_valid(); p.next()) p.val() = ...;
 ///
-/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: one increment and one comparison.
+/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: an increment and a comparison; two at
+/// the end of a row.
 template <typename I>
 class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>> {
   using base = internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>>;
@@ -57,6 +58,7 @@ class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter
   /// A walk over `ima`, invalid until `start()`. \pre the domain has sites; `ima` outlives the walk.
   explicit fwd_pixter2d(I& ima)
       : base(ima), border_gap_(2 * ima.border()), row_stride_(ima.domain().len(1) + border_gap_) {}
+  explicit fwd_pixter2d(const I&&) = delete;
 
   void start_() {
     const short max_col = geom::max_col(this->image_);

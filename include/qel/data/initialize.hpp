@@ -3,6 +3,7 @@
 #define QEL_DATA_INITIALIZE_HPP
 
 #include <qel/core/concept/image.hpp>
+#include <qel/data/check_init.hpp>
 #include <qel/data/geom/bbox.hpp>
 #include <qel/trace/trace.hpp>
 
@@ -21,6 +22,7 @@ void initialize(Image<I>& ima, const Image<J>& model) {
   const J& exact_model = internal::force_exact<J>(model);
   const auto b = geom::bbox(exact_model.domain());
   const unsigned bdr = exact_model.border();
+  internal::check_init(&I::init_);
   internal::force_exact<I>(ima).init_(b, bdr);
   trace::resume();
   trace::exiting("core::initialize");

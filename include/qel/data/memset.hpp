@@ -20,8 +20,8 @@ namespace impl {
 
 /// Sets `n` elements from that of `pix` on to `value`.
 ///
-/// With 0 or 1 elements the scope is left open, so a trace of such a fill ends in a report of bad matching.
-/// Outlines that users compare with earlier ones show it; it stays.
+/// With 0 or 1 elements the scope is left open: the scope around it then reports bad matching, and tracing goes off. It
+/// has always been so and stays; what is traced fills two elements at least.
 template <typename I>
 void memset_(const pixel<I>& pix, const typename I::value& value, std::size_t n) {
   trace::entering("data::impl::memset_");

@@ -40,8 +40,8 @@ class pixel_impl_ {
 template <typename I>
 class pixel : public Generalized_Pixel<pixel<I>>, public internal::pixel_impl_<I, pixel<I>> {
  public:
-  /// At a site that the image does not have, the address is null.
-  pixel(I& ima, const point2d& p) : internal::pixel_impl_<I, pixel>(ima, ima.has(p) ? &ima(p) : nullptr) {}
+  /// \pre the image has `p`; the corner of an empty block has an address too.
+  pixel(I& ima, const point2d& p) : internal::pixel_impl_<I, pixel>(ima, &ima(p)) {}
 };
 
 }  // namespace qel

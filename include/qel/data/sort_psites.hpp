@@ -14,6 +14,7 @@
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/trait_image.hpp>
+#include <qel/core/value_set.hpp>
 #include <qel/data/geom/nsites.hpp>
 #include <qel/data/histo.hpp>
 #include <qel/data/radix_sort.hpp>
@@ -33,7 +34,7 @@ namespace impl {
 /// Puts each site at the place that `loc` tells for its value. Sites of one value stay in raster order.
 template <typename I>
 p_array2d place_psites_(const I& ima, std::vector<unsigned> loc) {
-  const auto& vset = ima.values_space();
+  const auto& vset = value::set<typename I::value>::the();
   std::vector<point2d> vec;
   qel::internal::resize_large(vec, geom::nsites(ima));
   box2d::fwd_piter p(ima.domain());

@@ -34,14 +34,14 @@ struct named_attribute {
 };
 
 /// The attributes of images of type I. Area and diagonal never shrink from a node to its parent, so that the
-/// four rules agree and the default is the cheapest. The other two may, and "sub" keeps the contrast of what
+/// four rules agree. The other two may, and "sub" keeps the contrast of what
 /// stands on a removed node.
 template <typename I>
-inline constexpr auto named_attributes = std::make_tuple(
-    named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},
-    named_attribute<attribute::diagonal<I>>{"d", "diagonal", tree::filter::rule::min::name},
-    named_attribute<attribute::inertia<I>>{"i", "inertia", tree::filter::rule::sub::name},
-    named_attribute<attribute::deviation<I, float, float>>{"s", "std", tree::filter::rule::sub::name});
+inline constexpr auto named_attributes =
+    std::make_tuple(named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},
+                    named_attribute<attribute::diagonal<I>>{"d", "diagonal", tree::filter::rule::min::name},
+                    named_attribute<attribute::inertia<I>>{"i", "inertia", tree::filter::rule::sub::name},
+                    named_attribute<attribute::deviation<I, float, float>>{"s", "std", tree::filter::rule::sub::name});
 
 }  // namespace morpho
 

@@ -26,9 +26,9 @@ inline bool full_trace = false;  ///< when true, `suspend` changes nothing
 
 namespace internal {
 
-inline unsigned max_tab = 0;        ///< `tab` just after the latest `entering`
-inline std::timespec start_time{};  ///< reserved
-inline bool is_quiet = quiet;       ///< what `resume` restores; one value, so stretches can't be nested
+inline unsigned max_tab = 0;   ///< `tab` just after the latest `entering`
+inline timespec start_time{};  ///< reserved
+inline bool is_quiet = quiet;  ///< what `resume` restores; one value, so stretches can't be nested
 
 }  // namespace internal
 

@@ -13,20 +13,7 @@ namespace {
 
 using namespace unit;
 
-TEST(image2d, has_a_border_around_its_domain) {
-  const image2d<int> one(box2d({0, 0}, {0, 0}));
-  EXPECT_EQ(one.border(), 3u);
-  EXPECT_EQ(one.nelements(), 49u);
-  EXPECT_EQ(one.buffer(), &one({-3, -3}));
-  EXPECT_EQ(one.point_at_index(24), point2d(0, 0));
-  const image2d<int> ima(box2d({0, 0}, {1, 2}));
-  EXPECT_EQ(ima.delta_index(dpoint2d(1, 0)), 9);
-  EXPECT_EQ(ima.delta_index(dpoint2d(-1, 2)), -7);
-  EXPECT_TRUE(ima.has({-3, -3}) && ima.has({4, 5}));
-  EXPECT_FALSE(ima.has({-4, 0}) || ima.has({0, 6}) || ima.domain().has({-3, -3}));
-}
-
-TEST(image2d, the_border_counts_for_the_range_of_coordinates) {
+TEST(image2d, the_border_of_3_counts_for_the_range_of_coordinates) {
   const image2d<char> largest(box2d({0, 0}, {32764, 9}));
   EXPECT_EQ(largest.index_of_point(point2d(32767, 12)), 32771u * 16u - 1);
   const image2d<char> beyond(box2d({0, 0}, {32765, 9}));
@@ -71,6 +58,7 @@ TEST(image2d, every_site_of_the_padded_box_is_the_element_of_its_index) {
           EXPECT_TRUE(ima.has(p));
         }
       EXPECT_EQ(ima.nelements(), static_cast<unsigned>(i));
+      EXPECT_FALSE(ima.has(first - dpoint2d(0, 1)) || ima.has(first - dpoint2d(1, 0)));
     }
 }
 
@@ -78,19 +66,15 @@ TEST(image2d, a_copy_shares_its_record_until_one_of_them_takes_another) {
   image2d<int> a = image<int>({2, 2, {7, 7, 7, 7}});
   const image2d<int>& same = a;
   a = same;
-  EXPECT_EQ(a.record().holders()->size(), 1u);
-  image2d<int> b(a);
-  b({1, 1}) = 8;
-  EXPECT_EQ(a({1, 1}), 8);
-  EXPECT_EQ(a.record().holders()->size(), 2u);
-
+  const image2d<int> b(a);
+  a({1, 1}) = 8;
+  EXPECT_EQ(b.record().holders()->size(), 2u);
   a.init_(box2d({0, 0}, {0, 0}), 1);
-  EXPECT_EQ(a.nelements(), 9u);
   EXPECT_EQ(values(b), (std::vector<int>{7, 7, 7, 8}));
   EXPECT_EQ(b.record().holders()->size(), 1u);
   for (int i = 0; i < 2; ++i) {
-    b = image2d<int>();
-    EXPECT_FALSE(b.is_valid());
+    a = image2d<int>();
+    EXPECT_FALSE(a.is_valid());
   }
 }
 

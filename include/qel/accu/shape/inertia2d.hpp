@@ -17,8 +17,8 @@ namespace shape {
 ///
 /// The moments come from raw sums, sum(x^2) - sum(x)^2 / m, so that one pass suffices and two accumulators
 /// merge by adding their fields. The sums are kept in single precision: the order of the additions is part of
-/// the result, and a large component in a large image loses low digits. The result is not clamped and can
-/// come out slightly negative.
+/// the result. A large component in a large image loses low digits, a small one far from the origin more than that:
+/// three sites in column 4791 come to -0.67 in place of 0.22. Nothing is clamped.
 template <typename P>
 struct inertia2d : accu::internal::base<float, inertia2d<P>> {
   /// A site.

@@ -6,7 +6,9 @@
 
 namespace qel {
 
-/// A set of displacements; a model has the types `dpsite`, `site` and `psite`.
+/// A set of displacements, numbered from 0.
+///
+/// A model has the types `dpsite`, `site` and `psite`, and offers `size()` and `dp(i)`.
 template <typename E>
 struct Window : Object<E> {
  protected:

@@ -2,22 +2,29 @@
 #ifndef QEL_CORE_INTERNAL_IF_POSSIBLE_HPP
 #define QEL_CORE_INTERNAL_IF_POSSIBLE_HPP
 
-#include <qel/core/point2d.hpp>
-
 namespace qel {
 
 /// Hooks that some classes have and others do without.
 namespace if_possible {
 
-/// Tells a stored position which set it now belongs to.
+namespace internal {
+
 template <typename Psite, typename S>
-auto change_target(Psite& p, const S& s) -> decltype(p.change_target(s)) {
+auto change_target(Psite& p, const S& s, int) -> decltype(p.change_target(s)) {
   p.change_target(s);
 }
 
-/// A plain site belongs to no set.
-template <typename G, typename C, typename S>
-void change_target(point<G, C>&, const S&) {}
+template <typename Psite, typename S>
+void change_target(Psite&, const S&, long) {}
+
+}  // namespace internal
+
+/// Tells a stored position which set it now belongs to. A position that has no `change_target`, as a plain site,
+/// belongs to none.
+template <typename Psite, typename S>
+void change_target(Psite& p, const S& s) {
+  internal::change_target(p, s, 0);
+}
 
 }  // namespace if_possible
 

@@ -12,7 +12,8 @@
 // values. The alternatives lost: addresses kept as integers hide from the optimiser what points where, and an
 // index needs a multiplication.
 //
-// One element more lies before the values, so that a walk can stand before the first one (`fwd_pixter2d`).
+// One element more lies before the values, so that a walk can stand before the first one (`fwd_pixter2d`). A box
+// without sites gets one row of one unused element, so that its corner has an address like any other.
 
 #include <qel/core/box2d.hpp>
 #include <qel/core/dpoint2d.hpp>
@@ -23,6 +24,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <type_traits>
 
 namespace qel {
@@ -45,53 +47,39 @@ struct origin_padding {
 
 template <typename T>
 struct data<image2d<T>> {
-  /// \throws std::bad_alloc; nothing is left allocated then.
+  /// \throws std::bad_alloc; std::bad_array_new_length for a padded box whose columns are the wrong way round, or with
+  ///         more sites than 32 bits number: its rows would not lie in one block.
   data(const box2d& b, unsigned bdr) : b_(b), bdr_(bdr) {
     const dpoint2d thickness(bdr, bdr);
     vb_ = box2d(b.pmin() - thickness, b.pmax() + thickness);
-    const std::size_t nvalues = before_values() + vb_.nsites() + columns().behind;
-    std::unique_ptr<T[]> values(new T[nvalues]);
-    if (std::is_trivially_default_constructible_v<T>) advise_large_pages(values.get(), nvalues * sizeof(T));
-    std::unique_ptr<T*[]> table(new T*[rows().before + vb_.len(0) + rows().behind]);
-    buffer_ = values.release() + before_values();
-    array_ = table.release() - table_start();
-    set_rows();
+    if (std::size_t{vb_.len(0)} * vb_.len(1) != vb_.nsites()) throw std::bad_array_new_length();
+
+    const std::size_t nrows = std::max(vb_.len(0), 1u);
+    const std::size_t nvalues = std::max(vb_.nsites(), 1u);
+    const origin_padding rows(vb_.pmin_row(), nrows);
+    const origin_padding columns(vb_.pmin_col(), vb_.len(1));
+    const std::size_t before_values = columns.before + 1;
+    const std::size_t block_size = before_values + nvalues + columns.behind;
+
+    values_.reset(new T[block_size]);
+    if (std::is_trivially_default_constructible_v<T>) advise_large_pages(values_.get(), block_size * sizeof(T));
+    table_.reset(new T*[rows.before + nrows + rows.behind]);
+    buffer_ = values_.get() + before_values;
+    array_ = table_.get() + (static_cast<std::ptrdiff_t>(rows.before) - vb_.pmin_row());
+    for (std::size_t k = 0; k < nrows; ++k) table_[rows.before + k] = buffer_ + k * vb_.len(1) - vb_.pmin_col();
   }
 
-  data(const data&) = delete;
-  data& operator=(const data&) = delete;
+ private:
+  // Released from the last to the first: the values, then the table.
+  std::unique_ptr<T*[]> table_;
+  std::unique_ptr<T[]> values_;
 
-  /// The values go first, then the table.
-  ~data() {
-    delete[](buffer_ - before_values());
-    delete[](array_ + table_start());
-  }
-
+ public:
   T* buffer_;     ///< first value of the padded box; the values follow row by row
   T** array_;     ///< row table, standing at row 0; each entry stands at column 0 of its row
   box2d b_;       ///< the domain
   unsigned bdr_;  ///< border, in sites
   box2d vb_;      ///< the padded box: the domain grown by the border
-
- private:
-  /// Whether the padded box has sites, so that rows can be laid out. A box that is valid by its rows alone
-  /// has none.
-  bool has_rows() const { return vb_.pmin_row() <= vb_.pmax_row() && vb_.pmin_col() <= vb_.pmax_col(); }
-
-  origin_padding rows() const { return {has_rows() ? vb_.pmin_row() : 0, vb_.len(0)}; }
-  origin_padding columns() const { return {has_rows() ? vb_.pmin_col() : 0, vb_.len(1)}; }
-
-  std::size_t before_values() const { return columns().before + 1; }
-
-  /// Where the block of the table starts, seen from `array_`.
-  std::ptrdiff_t table_start() const { return has_rows() ? std::min<std::ptrdiff_t>(0, vb_.pmin_row()) : 0; }
-
-  void set_rows() {
-    if (!has_rows()) return;
-    const std::size_t ncols = vb_.len(1);
-    T* row = buffer_;
-    for (int r = vb_.pmin_row(); r <= vb_.pmax_row(); ++r, row += ncols) array_[r] = row - vb_.pmin_col();
-  }
 };
 
 }  // namespace internal

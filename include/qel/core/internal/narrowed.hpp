@@ -2,7 +2,8 @@
 #ifndef QEL_CORE_INTERNAL_NARROWED_HPP
 #define QEL_CORE_INTERNAL_NARROWED_HPP
 
-// Every conversion to a type that may not hold the value goes by this name, so that one that is not meant stands out.
+// Narrowing that is meant, by a name of its own: what a cast would hide can be searched for. (Between types of one
+// width, as from signed to unsigned, and to a wider one a plain cast stands.)
 
 #include <type_traits>
 

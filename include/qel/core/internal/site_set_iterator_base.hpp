@@ -9,8 +9,8 @@ namespace qel {
 
 namespace internal {
 
-/// An iterator over a site set S that keeps the set and its current position. The set stays the caller's, who
-/// keeps it alive and unchanged during the walk.
+/// An iterator over a target S, a site set or what reaches sites from a centre, that keeps the target and its current
+/// position. The target stays the caller's, who keeps it alive and unchanged during the walk.
 template <typename S, typename E>
 struct site_set_iterator_base : site_iterator_base<S, E> {
   /// Binds the iterator to `s`; it is invalid until `start()`.
@@ -19,6 +19,7 @@ struct site_set_iterator_base : site_iterator_base<S, E> {
     if_possible::change_target(p_, s);
     this->invalidate();
   }
+  void change_target(const S&&) = delete;
 
   const typename S::psite& subj_() const { return p_; }
 

@@ -29,6 +29,15 @@ constexpr T wrapping_sub(T a, T b) {
   return narrowed<T>(static_cast<U>(a) - static_cast<U>(b));
 }
 
+/// `a - b`: modulo 2^(width of T) for integers, rounded for floating point.
+template <typename T>
+constexpr T difference(T a, T b) {
+  if constexpr (std::is_integral_v<T>)
+    return wrapping_sub(a, b);
+  else
+    return a - b;
+}
+
 /// `a * a` in the type that T promotes to, modulo 2^(width of that type). So the square of the `unsigned
 /// short` 65535 is computed in `int` and is negative.
 template <typename T>

@@ -8,6 +8,7 @@
 // of a tree would be others, and so would the rounding of the float attributes.
 
 #include <qel/core/dpoint2d.hpp>
+#include <qel/core/grid.hpp>
 #include <qel/core/point2d.hpp>
 
 #include <type_traits>
@@ -40,6 +41,18 @@ template <typename G, typename C>
 bool ord_weak(const point<G, C>& a, const point<G, C>& b) {
   return !ord_strict(b, a);
 }
+
+/// The same on displacements.
+template <typename G, typename C>
+bool ord_weak(const dpoint<G, C>& a, const dpoint<G, C>& b) {
+  return !ord_strict(b, a);
+}
+
+/// Row-major, for whatever stands in for a site: no template would look through an iterator.
+inline bool ord_strict(const point2d& a, const point2d& b) { return ord_strict<grid::square, short>(a, b); }
+
+/// The same; two equal sites are in order.
+inline bool ord_weak(const point2d& a, const point2d& b) { return ord_weak<grid::square, short>(a, b); }
 
 /// `ord_strict` as a function object, for the standard containers.
 template <typename T>

@@ -8,6 +8,8 @@
 #include <qel/core/p_array.hpp>
 #include <qel/core/p_indexed_piter.hpp>
 #include <qel/core/trait_image.hpp>
+#include <qel/data/check_init.hpp>
+#include <qel/data/geom/bbox.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_table.hpp>
@@ -31,9 +33,10 @@ namespace tree {
 ///
 /// The image and the site array are only referred to: keep them alive and unchanged as long as the tree is read.
 ///
-/// The construction makes the node table. The parent image and the lists are made when first asked for: a profile needs
-/// neither, and an image of lists is large. So the first read of a constant tree may allocate, and a tree can't be read
-/// from two threads at once.
+/// The construction makes the node table, and `parent`, `is_root` and `is_a_node` read nothing else. The parent image and
+/// the lists are made when first asked for: a profile needs neither, and an image of lists is large. Each of these first
+/// reads allocates, and that of the lists walks the site array, for their order is its order: read them once before the
+/// array is assigned, or not at all. Two threads may read one tree only after all that they read has been made.
 template <typename I, typename S>
 class data {
  public:
@@ -68,6 +71,9 @@ class data {
         table_(compute_node_table(f, nbh, s)) {
     // An outline of the construction shows the image of children in its place, although it is made at first use.
     trace::entering("core::initialize");
+    trace::suspend();
+    geom::bbox(f_.domain());
+    trace::resume();
     trace::exiting("core::initialize");
   }
 
@@ -99,43 +105,48 @@ class data {
   ///
   /// Cost of the first call: two walks, a list (24 bytes) for each site.
   ///
+  /// \pre    at the first call the site array is that of the construction.
   /// \throws std::bad_alloc at the first call.
   const children_image_t& children_image() const {
     if (!children_.is_valid()) make_children();
     return children_;
   }
 
-  /// The nodes, each before its parent.
+  /// The nodes, each before its parent. Made at the first call, by a walk over the site array.
+  ///
+  /// \pre    at the first call the site array is that of the construction.
+  /// \throws std::bad_alloc at the first call.
   const nodes_t& nodes() const {
     if (nodes_.nsites() == 0) make_nodes();
     return nodes_;
   }
 
-  /// The nodes without children, in the order of `nodes()`.
+  /// The nodes without children, in the order of `nodes()`. Made with `children_image()`, which see.
   const nodes_t& leaves() const {
     if (!children_.is_valid()) make_children();
     return leaves_;
   }
 
-  /// 1 under every neighbourhood that connects the domain, as `c4()` and `c8()` do.
+  /// 1 under every neighbourhood that connects the domain, as `c4()` and `c8()` do. Counted with `nodes()`, which see.
   unsigned nroots() const {
     nodes();
     return nroots_;
   }
 
   /// The canonical site of the node of `p`, or of its parent node if `p` is canonical itself; the root for the root.
-  const psite& parent(const psite& p) const { return parent_image()(p); }
+  const psite& parent(const psite& p) const { return internal::parent_in(table_, p); }
 
-  /// The children of the node `p`, in the order of `nodes()`; none for a site that is not a node.
+  /// The children of the node `p`, in the order of `nodes()`; none for a site that is not a node. See
+  /// `children_image()`.
   const nodes_t& children(const psite& p) const { return children_image()(p); }
 
   /// Whether `p` is a root: a site that is its own parent.
   bool is_root(const psite& p) const { return parent(p) == p; }
 
   /// Whether `p` is the canonical site of its node.
-  bool is_a_node(const psite& p) const { return is_root(p) || f_(parent(p)) != f_(p); }
+  bool is_a_node(const psite& p) const { return table_.canonical[table_.number(p)] == p; }
 
-  /// Whether `p` has no children; true for every site that is not a node.
+  /// Whether `p` has no children; true for every site that is not a node. See `children_image()`.
   bool is_a_leaf(const psite& p) const { return children(p).nsites() == 0; }
 
  private:
@@ -152,7 +163,9 @@ class data {
   /// Each list gets one block of the size that it will have. Children come before their parent, so the list of a node
   /// is complete when the node is reached.
   void make_children() const {
-    children_image_t children(f_.domain(), f_.border());
+    children_image_t children;
+    qel::internal::check_init(&children_image_t::init_);
+    children.init_(f_.domain(), f_.border());
     std::vector<unsigned> count(table_.nnodes());
     for (unsigned k = 0; k < count.size(); ++k) {
       const unsigned parent = internal::node_sheet::number(table_.parent[k]);

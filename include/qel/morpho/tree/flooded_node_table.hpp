@@ -3,6 +3,7 @@
 #define QEL_MORPHO_TREE_FLOODED_NODE_TABLE_HPP
 
 #include <qel/core/dpoint2d.hpp>
+#include <qel/core/internal/narrowed.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/fill.hpp>
@@ -15,6 +16,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdlib>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -32,7 +34,17 @@ namespace internal {
 template <typename I, typename N>
 bool can_be_flooded(const I& f, const N& nbh) {
   const auto& win = nbh.win();
-  return win.delta() <= f.border() && win.is_symmetric() && win.has(dpoint2d(0, 1)) && win.has(dpoint2d(1, 0));
+  const auto has = [&win](const dpoint2d& dp) {
+    for (unsigned i = 0; i < win.size(); ++i)
+      if (win.dp(i) == dp) return true;
+    return false;
+  };
+  const auto border = qel::internal::narrowed<int>(f.border());
+  for (unsigned i = 0; i < win.size(); ++i) {
+    const dpoint2d dp = win.dp(i);
+    if (std::abs(dp.row()) > border || std::abs(dp.col()) > border || !has(-dp)) return false;
+  }
+  return has(dpoint2d(0, 1)) && has(dpoint2d(1, 0));
 }
 
 template <std::size_t n, typename I, typename W>

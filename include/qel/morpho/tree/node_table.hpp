@@ -7,6 +7,7 @@
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
+#include <qel/data/check_init.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 
 #include <vector>
@@ -39,15 +40,22 @@ struct node_table {
 
 namespace internal {
 
+/// The parent of the site `p`: the canonical site of its node or, if it is that itself, of the parent node.
+template <typename I>
+const typename I::psite& parent_in(const node_table<I>& table, const typename I::psite& p) {
+  const unsigned k = table.number(p);
+  return table.canonical[table.canonical[k] == p ? node_sheet::number(table.parent[k]) : k];
+}
+
 /// The parent image that `table` stands for.
 template <typename I>
 typename trait::ch_value<I, typename I::psite>::ret parent_image_of(const I& f, const node_table<I>& table) {
-  typename trait::ch_value<I, typename I::psite>::ret parent(f.domain(), f.border());
+  using parent_image = typename trait::ch_value<I, typename I::psite>::ret;
+  parent_image parent;
+  qel::internal::check_init(&parent_image::init_);
+  parent.init_(f.domain(), f.border());
   typename I::domain_t::fwd_piter p(f.domain());
-  for (p.start(); p.is_valid(); p.next()) {
-    const unsigned k = table.number(p);
-    parent(p) = table.canonical[table.canonical[k] == p.to_site() ? node_sheet::number(table.parent[k]) : k];
-  }
+  for (p.start(); p.is_valid(); p.next()) parent(p) = parent_in(table, p);
   return parent;
 }
 

@@ -11,6 +11,8 @@
 
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/check_init.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_table.hpp>
 
@@ -24,8 +26,8 @@ namespace tree {
 template <typename T>
 class node_tree {
  public:
-  /// The type of the image, here with one value for each node.
-  using function = typename T::function;
+  /// An image like that of the tree, here with one value for each node.
+  using function = typename trait::concrete<typename T::function>::ret;
   /// A site of the sheet, which stands for a node.
   using site = point2d;
   /// The same: no node needs a lookup.
@@ -40,7 +42,9 @@ class node_tree {
   /// Cost: one value for each node, read at the canonical sites all over the image.
   ///
   /// \throws std::bad_alloc
-  explicit node_tree(const T& tree) : whole_(tree), f_(internal::node_sheet::domain(nnodes()), 0) {
+  explicit node_tree(const T& tree) : whole_(tree) {
+    qel::internal::check_init(&function::init_);
+    f_.init_(internal::node_sheet::domain(nnodes()), 0);
     for (unsigned k = 0; k < nnodes(); ++k) f_.element(k) = tree.f()(table().canonical[k]);
   }
 

@@ -5,6 +5,9 @@
 // The walks of a component tree. Each is a walk by index over one of the tree's arrays: no parent or child
 // link is followed. Nodes of different branches are interleaved; only the order between a node and its
 // ancestors is certain.
+//
+// The first walk over the nodes of a `data` makes their list: it allocates, and reads the site array, which must still
+// be that of the construction.
 
 #include <qel/core/internal/piter_adaptor.hpp>
 #include <qel/core/p_indexed_piter.hpp>
@@ -22,22 +25,25 @@ struct up_site_piter
     : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>, typename T::sites_t, up_site_piter<T>> {
   /// A walk over the sites of `tree`, invalid until `start()`. \pre `tree` outlives it.
   explicit up_site_piter(const T& tree) { this->change_target(tree.domain()); }
+  explicit up_site_piter(const T&&) = delete;
 };
 
 /// Visits every node once, each before its parent, the root last. A Site_Iterator.
 template <typename T>
 struct up_node_piter
     : qel::internal::piter_adaptor_<p_indexed_fwd_piter<typename T::nodes_t>, typename T::nodes_t, up_node_piter<T>> {
-  /// A walk over the nodes of `tree`, invalid until `start()`. \pre `tree` outlives it.
+  /// A walk over the nodes of `tree`, invalid until `start()`. \pre `tree` outlives it. \throws std::bad_alloc
   explicit up_node_piter(const T& tree) { this->change_target(tree.nodes()); }
+  explicit up_node_piter(const T&&) = delete;
 };
 
 /// Visits every node once, each after its parent, the root first. A Site_Iterator.
 template <typename T>
 struct dn_node_piter
     : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::nodes_t>, typename T::nodes_t, dn_node_piter<T>> {
-  /// A walk over the nodes of `tree`, invalid until `start()`. \pre `tree` outlives it.
+  /// A walk over the nodes of `tree`, invalid until `start()`. \pre `tree` outlives it. \throws std::bad_alloc
   explicit dn_node_piter(const T& tree) { this->change_target(tree.nodes()); }
+  explicit dn_node_piter(const T&&) = delete;
 };
 
 }  // namespace tree

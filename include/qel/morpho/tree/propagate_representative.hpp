@@ -17,14 +17,13 @@ namespace tree {
 /// Which sites are nodes is asked of the tree's own image, so the rule has no influence on it. The result
 /// does not depend on the order of the walk; raster order reads and writes memory nearly in sequence.
 ///
-/// Cost: one pass; nothing is allocated but what the tree makes at its first read. Borders are not touched.
+/// Cost: one pass; nothing is allocated. Borders are not touched.
 ///
-/// \pre    `f` has the domain of the tree's image.
-/// \throws std::bad_alloc at that first read only.
+/// \pre `f` has the domain of the tree's image.
 template <typename T, typename F>
 void propagate_representative(const T& tree, Image<F>& f) {
-  F output = qel::internal::force_exact<F>(f);
-  box_fwd_piter_<typename F::site> p(output.domain());
+  F& output = qel::internal::force_exact<F>(f);
+  typename F::domain_t::fwd_piter p(output.domain());
   for (p.start(); p.is_valid(); p.next())
     if (!tree.is_a_node(p)) output(p) = output(tree.parent(p));
 }

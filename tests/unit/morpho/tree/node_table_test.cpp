@@ -6,7 +6,6 @@
 
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/compute_parent_generic.hpp>
-#include <qel/morpho/tree/flooded_node_table.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 
 #include <algorithm>
@@ -58,28 +57,19 @@ void expect_consistent(const tree::node_table<I>& table) {
 
 template <typename T>
 class node_table : public ::testing::Test {};
-TYPED_TEST_SUITE(node_table, support::value_types, support::value_type_names);
+TYPED_TEST_SUITE(node_table, tree_types, support::value_type_names);
 
-TYPED_TEST(node_table, of_a_flood_is_that_of_union_find_for_every_sweep_and_neighbourhood) {
+TYPED_TEST(node_table, is_that_of_union_find_for_every_sweep_and_neighbourhood) {
   for_random_images<TypeParam>([](const image2d<TypeParam>& f, auto&) {
     for (const p_array2d& s : sweeps(f))
       for (const neighb2d* nbh : {&c4(), &c8(), &six, &far, &too_far, &one_sided, &along_rows}) {
-        const auto parent = tree::impl::generic::compute_parent(f, *nbh, s);
+        SCOPED_TRACE(::testing::Message() << nbh->size() << " neighbours");
         const auto table = tree::compute_node_table(f, *nbh, s);
-        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)), values(parent)) << nbh->size() << " neighbours";
-        if (tree::internal::can_be_flooded(f, *nbh)) expect_consistent(table);
-        EXPECT_EQ(values(tree::internal::parent_image_of(f, tree::internal::node_table_of(f, s, parent))),
-                  values(parent));
+        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)),
+                  values(tree::impl::generic::compute_parent(f, *nbh, s)));
+        expect_consistent(table);
       }
   });
-}
-
-TEST(can_be_flooded, asks_for_a_symmetric_connecting_window_within_the_border) {
-  const image2d<int> wide(box2d({0, 0}, {1, 1})), bare(box2d({0, 0}, {1, 1}), 0);
-  const auto can = [](const auto& f, const neighb2d& nbh) { return tree::internal::can_be_flooded(f, nbh); };
-  EXPECT_TRUE(can(wide, c4()) && can(wide, c8()) && can(wide, six) && can(wide, far));
-  EXPECT_FALSE(can(wide, too_far) || can(wide, one_sided) || can(wide, along_rows) || can(wide, neighb2d()));
-  EXPECT_FALSE(can(bare, c4()) || can(bare, c8()));
 }
 
 // The flood has a component open for each level, and no recursion.

@@ -19,10 +19,10 @@ namespace filter {
 /// Each node of `tree` is judged by itself: one that fails `pred` takes in `f` the value of its nearest
 /// ancestor that passes, or of the root. Only the values at nodes are changed.
 ///
-/// Cost: one walk over the nodes; nothing is allocated but what the tree makes at its first read.
+/// Cost: one walk over the nodes; no memory for them but what the tree takes at its first walk.
 ///
 /// \pre    `f` has the domain of the tree's image.
-/// \throws std::bad_alloc at that first read only.
+/// \throws std::bad_alloc
 template <typename T, typename F, typename P>
 void direct(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
   trace::entering("qel::morpho::tree::filter::direct");

@@ -15,7 +15,7 @@ namespace tree {
 
 namespace filter {
 
-/// Subtracts `v` from the value of `f` at the node `n` and at all its descendants, modulo 2^width.
+/// Subtracts `v` from the value of `f` at the node `n` and at all its descendants: modulo 2^width for integers.
 ///
 /// Cost: the number of nodes in the subtree. The nodes that wait stand on a stack of its own, for a subtree
 /// can be millions of levels high.
@@ -29,7 +29,7 @@ void propagate_to_descendants(const T& tree, Image<F>& f, typename F::psite n, t
   while (!waiting.empty()) {
     const typename F::psite p = waiting.back();
     waiting.pop_back();
-    exact_f(p) = qel::internal::wrapping_sub(exact_f(p), v);
+    exact_f(p) = qel::internal::difference(exact_f(p), v);
     const auto& children = tree.children(p).vect_;
     waiting.insert(waiting.end(), children.begin(), children.end());
   }

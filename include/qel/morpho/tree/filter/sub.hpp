@@ -5,6 +5,8 @@
 #include <qel/core/concept/function.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/internal/wrapping.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/check_init.hpp>
 #include <qel/morpho/tree/piter.hpp>
 #include <qel/trace/trace.hpp>
 
@@ -22,7 +24,8 @@ namespace filter {
 /// By definition the nodes are judged from the leaves upward, and each that fails moves its subtree
 /// (`propagate_to_descendants`): quadratic in the height of the tree. In the end the value of a node is its
 /// input value less the sum of f(a) - f(parent(a)) over the failing nodes a among itself and its ancestors,
-/// which one walk from the root downward gives, modulo 2^width like the definition.
+/// which one walk from the root downward gives: for integers the same, modulo 2^width, for floating point the same but
+/// for rounding.
 ///
 /// Cost: one walk over the nodes, and one value of memory for each element.
 ///
@@ -31,11 +34,13 @@ namespace filter {
 template <typename T, typename F, typename P>
 void sub(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
   trace::entering("qel::morpho::tree::filter::subtractive");
-  using qel::internal::wrapping_sub;
+  using qel::internal::difference;
   F& exact_f = qel::internal::force_exact<F>(f);
   const P& passes = qel::internal::force_exact<P>(pred);
   // How far each node has moved down: its input value less its final value.
-  F moved(exact_f.domain(), exact_f.border());
+  typename trait::concrete<F>::ret moved;
+  qel::internal::check_init(&trait::concrete<F>::ret::init_);
+  moved.init_(exact_f.domain(), exact_f.border());
 
   dn_node_piter<T> n(tree);
   for (n.start(); n.is_valid(); n.next()) {
@@ -45,8 +50,8 @@ void sub(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
     }
     const auto before = exact_f(n);
     const auto& parent = tree.parent(n);
-    exact_f(n) = passes(n.to_site()) ? wrapping_sub(before, moved(parent)) : exact_f(parent);
-    moved(n) = wrapping_sub(before, exact_f(n));
+    exact_f(n) = passes(n.to_site()) ? difference(before, moved(parent)) : exact_f(parent);
+    moved(n) = difference(before, exact_f(n));
   }
   trace::exiting("qel::morpho::tree::filter::subtractive");
 }

@@ -1,5 +1,5 @@
 # Every public header stands alone: each is the whole of a translation unit of its own, included twice, under each
-# compiler at hand and each standard that users may have. The examples, which instantiate most headers, go along.
+# compiler and each standard that users may have. The examples, which instantiate most headers, go along.
 file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}/include"
   "${PROJECT_SOURCE_DIR}/include/qel/*.hpp")
 set(units "${PROJECT_SOURCE_DIR}/examples/filter_pgm.cpp" "${PROJECT_SOURCE_DIR}/examples/print_tree.cpp")
@@ -15,16 +15,15 @@ foreach(header IN LISTS headers)
   list(APPEND units "${unit}")
 endforeach()
 
-find_program(HEADERS_GXX g++)
-find_program(HEADERS_CLANGXX NAMES clang++ clang++-14)
-foreach(compiler IN ITEMS HEADERS_GXX HEADERS_CLANGXX)
-  if(NOT ${compiler})
-    continue()
-  endif()
-  get_filename_component(name "${${compiler}}" NAME)
+set(compiler_gcc g++)
+set(compiler_clang clang++)
+set(compiler_libcxx clang++ -stdlib=libc++)
+set(compiler_windows x86_64-w64-mingw32-g++-posix)
+set(compiler_aarch64 aarch64-linux-gnu-g++)
+foreach(compiler IN ITEMS gcc clang libcxx windows aarch64)
   foreach(standard IN ITEMS 17 20)
-    add_test(NAME "headers.${name}_c++${standard}"
-      COMMAND "${${compiler}}" -std=c++${standard} -fsyntax-only
+    add_test(NAME "headers.${compiler}_c++${standard}"
+      COMMAND ${compiler_${compiler}} -std=c++${standard} -fsyntax-only
         "$<TARGET_PROPERTY:attribute_profile_options,INTERFACE_COMPILE_OPTIONS>" "-I${PROJECT_SOURCE_DIR}/include" ${units}
       COMMAND_EXPAND_LISTS)
   endforeach()
