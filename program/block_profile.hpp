@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -115,8 +116,8 @@ class block_profile {
     const rectangle core = in_doubt(planes);
     const std::int64_t side = (std::max(core.rows, core.cols) + 1) / 2;
     if (side < least_side) throw not_provable{planes[0].block, first_in_doubt(planes)};
-    std::vector<rectangle> doubts;
-    for (const auto& plane : planes) doubts.push_back(plane.doubt);
+    std::vector<rectangle> doubts(planes.size());
+    std::transform(planes.begin(), planes.end(), doubts.begin(), [](const auto& plane) { return plane.doubt; });
     for (const rectangle& quarter : blocks_of(core, side)) {
       for (std::size_t k = 0; k < planes.size(); ++k) planes[k].doubt = intersection(doubts[k], quarter);
       prove(d, planes, overlap);
@@ -124,9 +125,8 @@ class block_profile {
   }
 
   static rectangle in_doubt(const std::vector<block_plane<T>>& planes) {
-    rectangle all;
-    for (const auto& plane : planes) all = united(all, plane.doubt);
-    return all;
+    return std::accumulate(planes.begin(), planes.end(), rectangle(),
+                           [](const rectangle& all, const auto& plane) { return united(all, plane.doubt); });
   }
 
   static std::size_t first_in_doubt(const std::vector<block_plane<T>>& planes) {

@@ -27,7 +27,7 @@ void CPL_STDCALL gdal_errors::take(CPLErr kind, CPLErrorNum, const char* text) {
     if (self.reason_.empty()) self.reason_ = one_line(text);
   } else if (kind == CE_Warning && self.show_warnings_ && text != self.last_warning_) {
     self.last_warning_ = text;  // some are repeated for each band or block
-    std::fprintf(stderr, "attribute-profile: warning: %s\n", one_line(text).c_str());
+    static_cast<void>(std::fprintf(stderr, "attribute-profile: warning: %s\n", one_line(text).c_str()));
   }
 }
 

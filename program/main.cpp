@@ -39,10 +39,10 @@ rectangle part_of(const request& r, const rectangle& scene) {
 
 void print_summary(const block_report& report, const job& j, double time) {
   const double pixels = static_cast<double>(j.part.pixels()) * static_cast<double>(j.bands.size());
-  std::printf(
+  static_cast<void>(std::printf(
       "%lld blocks, %lld of them read again, largest overlap %lld pixels; %.2f s, %.2f million pixels a second\n",
       static_cast<long long>(report.blocks), static_cast<long long>(report.read_again),
-      static_cast<long long>(report.largest_overlap), time, pixels / time / 1e6);
+      static_cast<long long>(report.largest_overlap), time, pixels / time / 1e6));
 }
 
 void run(const request& r) {
@@ -63,7 +63,7 @@ void run(const request& r) {
 }
 
 int fail(const char* text) {
-  std::fprintf(stderr, "attribute-profile: %s\n", text);
+  static_cast<void>(std::fprintf(stderr, "attribute-profile: %s\n", text));
   return EXIT_FAILURE;
 }
 

@@ -12,13 +12,13 @@ volatile std::sig_atomic_t signalled = 0;
 
 extern "C" void remember_signal(int number) {
   signalled = 1;
-  std::signal(number, SIG_DFL);  // a second one ends the program at once
+  static_cast<void>(std::signal(number, SIG_DFL));  // a second one ends the program at once
 }
 
 }  // namespace
 
 void catch_signals() {
-  for (const int number : {SIGINT, SIGTERM}) std::signal(number, remember_signal);
+  for (const int number : {SIGINT, SIGTERM}) static_cast<void>(std::signal(number, remember_signal));
 }
 
 void stop_if_signalled() {

@@ -132,7 +132,7 @@ command_line read_command_line(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& outcome) {
     if (outcome.get_exit_code() == 0) return {{}, app.exit(outcome)};
-    std::fprintf(stderr, "attribute-profile: %s; see attribute-profile --help\n", outcome.what());
+    static_cast<void>(std::fprintf(stderr, "attribute-profile: %s; see attribute-profile --help\n", outcome.what()));
     return {{}, 2};
   }
   return {r, 0};

@@ -46,5 +46,6 @@ int main(int argc, char* argv[]) {
   replace_all(text, "@attributes@", quoted_names(qel::morpho::named_attributes<qel::image2d<unsigned char>>));
   replace_all(text, "@rules@", quoted_names(qel::morpho::tree::filter::rules));
   std::ofstream output(argv[2], std::ios::binary);
-  return output << text << std::flush ? EXIT_SUCCESS : EXIT_FAILURE;
+  output << text << std::flush;
+  return output ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -4,6 +4,7 @@
 # program_test.sh PROGRAM PICTURE: the program on raster files, judged by GDAL's own programs. PICTURE has three bands.
 set -euo pipefail
 program=$1 picture=$2
+guide=$(cd "$(dirname "$0")/../.." && pwd)/docs/user_guide.md
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 mkdir "$folder/work" && cd "$folder/work"
@@ -209,3 +210,9 @@ grep -q '^18 blocks, [0-9]* of them read again, largest overlap [0-9]* pixels; .
 [[ $(wc -l <$printed) == 1 ]]
 script -qec "'$program' scene.tif out.tif area 50" /dev/null >$printed
 grep -q '^0...10...20.*100 - done' $printed || fail "no progress bar: $(cat $printed)"
+
+# The code of the user guide runs, and its file is as the guide shows it.
+# shellcheck disable=SC2016  # the backquotes are the guide's
+sed -n '/^```bash$/,/^```$/{/^```/!p}' "$guide" >../code
+PATH=${program%/*}:$PATH bash -euo pipefail ../code >$view
+diff <(sed -n '/^Band 1 Block/,/^```/{/^```/!p}' "$guide") <(sed -n '/^Band /,/bright < 1000/p' $view) || fail "not as in the guide"

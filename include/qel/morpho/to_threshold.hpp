@@ -46,16 +46,19 @@ constexpr float rounded_to_float(double number) {
 template <typename L>
 constexpr L to_threshold(double number);
 
+/// An area: the low 32 bits of the number truncated, 0 for what 64 bits do not hold.
 template <>
 constexpr std::uint32_t to_threshold<std::uint32_t>(double number) {
   return internal::low_bits_of_truncated(number);
 }
 
+/// A length: the number as it is.
 template <>
 constexpr double to_threshold<double>(double number) {
   return number;
 }
 
+/// A moment or deviation: the nearest float.
 template <>
 constexpr float to_threshold<float>(double number) {
   return internal::rounded_to_float(number);

@@ -5,6 +5,7 @@
 #include <qel/morpho/tree/node_table.hpp>
 
 #include <qel/morpho/tree/compute_node_table.hpp>
+#include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/compute_parent_generic.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 
@@ -65,11 +66,18 @@ TYPED_TEST(node_table, is_that_of_union_find_for_every_sweep_and_neighbourhood) 
       for (const neighb2d* nbh : {&c4(), &c8(), &six, &far, &too_far, &one_sided, &along_rows}) {
         SCOPED_TRACE(::testing::Message() << nbh->size() << " neighbours");
         const auto table = tree::compute_node_table(f, *nbh, s);
-        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)),
-                  values(tree::impl::generic::compute_parent(f, *nbh, s)));
+        const auto plain = values(tree::impl::generic::compute_parent(f, *nbh, s));
+        EXPECT_EQ(values(tree::compute_parent(f, *nbh, s)), plain);
+        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)), plain);
         expect_consistent(table);
       }
   });
+}
+
+TEST(node_table, of_no_sites_has_no_nodes) {
+  const image2d<int> f(box2d({0, 0}, {1, 1}));
+  EXPECT_EQ(tree::compute_node_table(f, c4(), p_array2d()).nnodes(), 0u);
+  EXPECT_EQ(tree::compute_node_table(f, along_rows, p_array2d()).nnodes(), 0u);
 }
 
 TEST(node_sheet, numbers_and_sites_lead_to_each_other) {
