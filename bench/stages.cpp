@@ -10,7 +10,6 @@
 #include "bench/measure.hpp"
 #include "bench/picture.hpp"
 #include "entry/array_bridge.hpp"
-#include "entry/attribute.hpp"
 #include "entry/profile.hpp"
 #include "entry/rule.hpp"
 
@@ -19,6 +18,7 @@
 #include <qel/core/neighb2d.hpp>
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
+#include <qel/morpho/named_attributes.hpp>
 #include <qel/morpho/tree/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
 #include <qel/morpho/tree/filter_planes.hpp>
@@ -143,7 +143,8 @@ times run_stages(const request& r, const picture& p) {
   const auto run = [&](const auto& candidate) {
     if (candidate.is_called(r.attribute)) result = run_steps<T>(r, p, candidate);
   };
-  std::apply([&](const auto&... candidates) { (run(candidates), ...); }, entry::attributes<qel::image2d<T>>);
+  std::apply([&](const auto&... candidates) { (run(candidates), ...); },
+             qel::morpho::named_attributes<qel::image2d<T>>);
   return result;
 }
 
