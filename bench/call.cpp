@@ -14,18 +14,16 @@
 // output array counts.
 
 #include "bench/floor.hpp"
+#include "bench/measure.hpp"
 #include "bench/picture.hpp"
 #include "tests/entry/test_host.hpp"
 
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -39,15 +37,6 @@
 namespace bench {
 namespace {
 
-constexpr int rounds = 5;
-
-std::vector<std::string> split(const std::string& text, char separator) {
-  std::istringstream stream(text);
-  std::vector<std::string> fields;
-  for (std::string field; std::getline(stream, field, separator);) fields.push_back(field);
-  return fields;
-}
-
 /// What one run in a process of its own gave.
 struct sample {
   double ms;
@@ -55,19 +44,12 @@ struct sample {
   std::int64_t peak_bytes;  ///< beyond what the process held before
 };
 
-/// What a call is made of, and its samples.
-struct call_case {
-  std::string name;
-  std::string path;
-  std::string attribute;
-  double connectivity;
-  std::vector<double> thresholds;
-  std::string rule;
+/// A call and its samples.
+struct call_case : request {
+  explicit call_case(const std::string& text) : request(parse_request(text)) {}
 
-  std::vector<sample> calls = {};
-  std::vector<sample> floors = {};
-
-  std::size_t planes() const { return 2 * thresholds.size() + 1; }
+  std::vector<sample> calls;
+  std::vector<sample> floors;
 };
 
 /// A picture for the host, which has it column by column, and for the floor, which has it row by row.
@@ -75,14 +57,6 @@ struct loaded_picture {
   picture columns;
   std::vector<char> rows;
 };
-
-call_case parse_case(const std::string& text) {
-  const auto fields = split(text, ',');
-  if (fields.size() != 4 && fields.size() != 5) throw std::runtime_error("four or five fields expected: " + text);
-  call_case c{text, fields[0], fields[1], std::stod(fields[2]), {}, fields.size() == 5 ? fields[4] : ""};
-  for (const std::string& threshold : split(fields[3], '/')) c.thresholds.push_back(std::stod(threshold));
-  return c;
-}
 
 loaded_picture load(const std::string& path) {
   loaded_picture result{read_picture(path), {}};
@@ -103,12 +77,6 @@ std::int64_t status_bytes(const std::string& name) {
   throw std::runtime_error("no " + name + " in /proc/self/status");
 }
 
-double processor_ms() {
-  std::timespec t{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-  return 1e3 * static_cast<double>(t.tv_sec) + 1e-6 * static_cast<double>(t.tv_nsec);
-}
-
 std::int64_t page_faults() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
@@ -122,25 +90,6 @@ sample measured(Work work) {
   const double start = processor_ms();
   work();
   return {processor_ms() - start, page_faults() - faults, status_bytes("VmHWM") - bytes};
-}
-
-/// Runs `work` of the case `name`, which gives a sample, in a child process.
-template <typename Work>
-sample in_child(const std::string& name, Work work) {
-  int ends[2];
-  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
-  const pid_t child = fork();
-  if (child == 0) {
-    const sample s = work();
-    _exit(write(ends[1], &s, sizeof s) == sizeof s ? EXIT_SUCCESS : EXIT_FAILURE);
-  }
-  close(ends[1]);
-  sample s{};
-  const bool told = child > 0 && read(ends[0], &s, sizeof s) == sizeof s;
-  close(ends[0]);
-  if (child > 0) waitpid(child, nullptr, 0);
-  if (!told) throw std::runtime_error("the child process failed: " + name);
-  return s;
 }
 
 template <typename T>
@@ -160,9 +109,7 @@ sample run_floor_of(const call_case& c, const loaded_picture& image) {
 
 /// The planes go to the file `save`, unless its name is empty.
 sample run_call(const call_case& c, const picture& image, const std::string& save) {
-  const std::vector<const mxArray*> args = {image.to_array(), test_host::text(c.attribute),
-                                            test_host::matrix<double>(1, c.thresholds.size(), c.thresholds),
-                                            test_host::matrix<double>(1, 1, {c.connectivity}), test_host::text(c.rule)};
+  const auto args = to_arguments(c, image);
   const mxArray* output = nullptr;
   sample s = measured([&] { output = test_host::call(args); });
   const std::size_t output_bytes = c.planes() * image.block.size();
@@ -215,7 +162,7 @@ int main(int argc, char* argv[]) {
   try {
     std::vector<bench::call_case> cases;
     cases.reserve(args.size());
-    for (const std::string& arg : args) cases.push_back(bench::parse_case(arg));
+    for (const std::string& arg : args) cases.emplace_back(arg);
     bench::run(std::move(cases), save, with_floor);
   } catch (const std::exception& e) {
     std::cerr << "bench_call: " << e.what() << std::endl;

@@ -2,6 +2,7 @@
 #ifndef BENCH_PICTURE_HPP
 #define BENCH_PICTURE_HPP
 
+#include "bench/measure.hpp"
 #include "entry/host.hpp"
 #include "tests/entry/test_host.hpp"
 
@@ -48,6 +49,12 @@ inline picture read_picture(const std::string& path) {
   if (!file.read(result.block.data(), static_cast<std::streamsize>(result.block.size())))
     throw std::runtime_error("picture too short: " + path);
   return result;
+}
+
+/// The inputs of the call `r` on the picture `p`, as new arrays of the test host.
+inline std::vector<const mxArray*> to_arguments(const request& r, const picture& p) {
+  return {p.to_array(), test_host::text(r.attribute), test_host::matrix<double>(1, r.thresholds.size(), r.thresholds),
+          test_host::matrix<double>(1, 1, {r.connectivity}), test_host::text(r.rule)};
 }
 
 }  // namespace bench

@@ -5,7 +5,7 @@
     run.py BUILD_FOLDER PICTURE_FOLDER RESULT_FOLDER SIDE SIDES...
 
 SIDE is that of the pictures on which most is measured, SIDES are those of the mosaics of growing size. Writes
-results.json and stages.json into RESULT_FOLDER. The limits hold for a SIDE of 2048.
+results.json into RESULT_FOLDER. The limits hold for a SIDE of 2048.
 """
 import json
 import pathlib
@@ -68,25 +68,28 @@ def measure_figures(calls, peer, side, sides):
     found = calls.measure([area, eight, more, *others.values()], "--save", planes)
     inertia = case(side, "int32", attribute="inertia")
     found |= calls.measure([case(side, "uint16"), case(side, "int32"), inertia])
-    for value_class, limit in zip(CLASSES, (6.5, 6.0, 8)):
+    for value_class, limit in zip(CLASSES, (3.0, 2.1)):
         ratio = found[case(side, value_class)]["ratio"]
         yield "whole call / floor", f"{square} mosaic, {value_class}", ratio, "", limit, False
+    # The floor of int32 sorts twice as long; it would hide what the call does.
+    ratio = found[case(side, "int32")]["ms"] / found[case(side, "uint16")]["floor_ms"]
+    yield "whole call / floor of uint16", f"{square} mosaic, int32", ratio, "", 2.9, False
 
     peer_program = pathlib.Path(__file__).resolve().with_name("peer.py")
     peer.update(json.loads(run(peer_program, calls.pictures / area[0], planes, *AREA)))
     planes.unlink()
     where = f"{square} mosaic, uint8" + ("" if peer["same_planes"] else ", but OTHER PLANES")
-    yield "scikit-image / whole call", where, peer["ms"] / found[area]["ms"], "", 40, True
+    yield "scikit-image / whole call", where, peer["ms"] / found[area]["ms"], "", 60, True
 
     growing = calls.measure([case(s) for s in sides])
     calls.measure([case(s, value_class) for s in sides for value_class in CLASSES[1:] if s != side])
     small, large = (growing.get(case(s), {}).get("ns_per_site") for s in (1024, 4096))
     growth = large / small if small and large else None
-    yield "ns per site, 4096 / 1024", "uint8 mosaics", growth, "", 1.5, False
+    yield "ns per site, 4096 / 1024", "uint8 mosaics", growth, "", 1.35, False
 
     for attribute in ("inertia", "std"):
         yield (f"{attribute}, default rule / area, min", f"{square}, uint8",
-               found[others[attribute]]["ms"] / found[area]["ms"], "", 1.5, False)
+               found[others[attribute]]["ms"] / found[area]["ms"], "", 1.2, False)
     yield ("8-connectivity / 4-connectivity", f"{square}, uint8", found[eight]["ms"] / found[area]["ms"], "",
            1.5, False)
 
@@ -94,23 +97,25 @@ def measure_figures(calls, peer, side, sides):
     hard_found = calls.measure([area, case(side, "int32"), *(case(side, c, p) for p, c in hard)])
     for picture, value_class in hard:
         ratio = hard_found[case(side, value_class, picture)]["ms"] / hard_found[case(side, value_class)]["ms"]
-        yield "hard image / mosaic, ns per site", f"{square}, {picture}, {value_class}", ratio, "", 2.5, False
+        yield "hard image / mosaic, ns per site", f"{square}, {picture}, {value_class}", ratio, "", 2.1, False
 
     further = (found[more]["ns_per_site"] - found[area]["ns_per_site"]) / (len(MORE_AREA) - len(AREA))
-    yield "each further threshold", f"{square}, uint8", further, "ns a site", 8, False
-    for name, c, limit in (("area, uint8", area, 40), ("inertia, int32", inertia, 64)):
+    yield "each further threshold", f"{square}, uint8", further, "ns a site", 2.5, False
+    for name, c, limit in (("area, uint8", area, 20), ("inertia, int32", inertia, 60)):
         yield ("peak memory beyond input and output", f"{square}, {name}", found[c]["peak_bytes_per_site"],
                "bytes a site", limit, False)
 
 
-def measure_stages(program, pictures, side, output):
-    """Nanoseconds a site by stage and by column of their table."""
-    run(program, pictures, side, "--benchmark_min_time=0.2", f"--benchmark_out={output}",
-        "--benchmark_out_format=json")
+def measure_stages(program, pictures, side):
+    """Milliseconds by stage and by class, and their sum; by area, and for the default rules of the other attributes."""
+    cases = [case(side, c) for c in CLASSES] + [case(side, attribute=a) for a in ("diagonal", "inertia", "std")]
     table = {}
-    for result in json.loads(output.read_text())["benchmarks"]:
-        value_class, tree, stage = result["name"].split("/", 2)
-        table.setdefault(stage, {})[f"{value_class}, {tree}"] = 1e9 * result["per_site"]
+    for c, line in zip(cases, run(program, *(f"{pictures}/" + ",".join(map(str, c)) for c in cases)).splitlines()):
+        stages = {k: v for k, v in json.loads(line).items() if k not in ("case", "sites")}
+        call = stages.pop("whole call")
+        column = f"{c[0].rsplit('-', 1)[1]}, {c[1]}"
+        for stage, ms in [*stages.items(), ("sum", sum(stages.values())), ("whole call", call)]:
+            table.setdefault(stage, {})[column] = ms
     return table
 
 
@@ -132,7 +137,7 @@ def main(build, pictures, results, side, *sides):
         figures.append({"figure": name, "where": where,
                         "measured": "not measured" if value is None else value, "unit": unit,
                         "limit": f"at {'least' if least else 'most'} {limit}", "met": met})
-    stages = measure_stages(build / "bench/bench_stages", pictures, side, results / "stages.json")
+    stages = measure_stages(build / "bench/bench_stages", pictures, side)
 
     print_table("Figures" if side == "2048" else "Figures; the limits are meant for 2048 x 2048", figures[0],
                 [f.values() for f in figures])
@@ -140,11 +145,11 @@ def main(build, pictures, results, side, *sides):
     print_table("Whole calls, medians", head, [[row[key] for key in head] for row in calls.rows])
     print(f"\nscikit-image: {peer['ms']:.0f} ms, same planes: {peer['same_planes']}")
     columns = list(stages["sort"])
-    print_table(f"Stages at {side} x {side}, ns a site", ["stage", *columns],
+    print_table(f"Stages of a call at {side} x {side}, ms, both trees together", ["stage", *columns],
                 [[stage, *(row[c] for c in columns)] for stage, row in stages.items()])
     (results / "results.json").write_text(json.dumps(
         {"machine": f"{platform.processor()} {platform.platform()}", "side": int(side), "figures": figures,
-         "calls": calls.rows, "scikit-image": peer, "stages_ns_per_site": stages}, indent=1) + "\n")
+         "calls": calls.rows, "scikit-image": peer, "stages_ms": stages}, indent=1) + "\n")
 
 
 if __name__ == "__main__":

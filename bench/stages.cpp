@@ -1,157 +1,190 @@
 // SPDX-License-Identifier: MIT
 //
-//   bench_stages PICTURE_FOLDER SIDE [Google Benchmark's options]
+//   bench_stages PICTURE,ATTRIBUTE,CONNECTIVITY,THRESHOLD/THRESHOLD/... ...
 //
-// Times each stage of a profile by itself on the mosaics of SIDE x SIDE pixels: where a whole call spends its time.
-// Names are CLASS/TREE/STAGE, and the counter `per_site` is the time for one pixel. `completion` writes a plane from the
-// values of the nodes, `export` one from an image; `parents` is `tree` with the parent image, which a call does without.
+// Where a whole call spends its time: takes the steps of a call one by one, as the call does, on memory that is as cold,
+// and looks at the clock in between. Prints a line of JSON for each case: the medians of the stages in milliseconds, both
+// trees together, and that of the whole call, which their sum has to meet. Each sample comes from a new process, as in
+// bench_call.
 
+#include "bench/measure.hpp"
 #include "bench/picture.hpp"
 #include "entry/array_bridge.hpp"
+#include "entry/attribute.hpp"
+#include "entry/profile.hpp"
+#include "entry/rule.hpp"
 
-#include <benchmark/benchmark.h>
+#include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/image2d.hpp>
 #include <qel/core/neighb2d.hpp>
-#include <qel/core/p_array.hpp>
 #include <qel/data/duplicate.hpp>
-#include <qel/data/sort_psites.hpp>
 #include <qel/fun/geq.hpp>
-#include <qel/morpho/attribute/card.hpp>
-#include <qel/morpho/attribute/deviation.hpp>
-#include <qel/morpho/attribute/diagonal.hpp>
-#include <qel/morpho/attribute/inertia.hpp>
 #include <qel/morpho/tree/compute_attribute_image.hpp>
-#include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/data.hpp>
-#include <qel/morpho/tree/filter/direct.hpp>
-#include <qel/morpho/tree/filter/max.hpp>
-#include <qel/morpho/tree/filter/min.hpp>
-#include <qel/morpho/tree/filter/sub.hpp>
+#include <qel/morpho/tree/filter_planes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
+#include <qel/morpho/tree/sweep_sites.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdlib>
+#include <exception>
 #include <iostream>
-#include <memory>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace bench {
 namespace {
 
-template <typename T>
-qel::p_array2d sorted_sites(const qel::image2d<T>& image, bool decreasing) {
-  return decreasing ? qel::data::sort_psites_decreasing(image) : qel::data::sort_psites_increasing(image);
-}
+enum stage : std::size_t {
+  import,
+  output,
+  sort,
+  tree,
+  nodes,
+  attribute,
+  rules,
+  planes,
+  middle,
+  release,
+  whole_call,
+  nstages
+};
+constexpr const char* names[] = {"import", "output", "sort",   "tree",    "nodes",     "attribute",
+                                 "rules",  "planes", "middle", "release", "whole call"};
 
-/// What the stages work on: a picture in the host and as an image, one of its trees, and room for results.
-template <typename T>
-struct subject {
-  using image_type = qel::image2d<T>;
-  using tree_type = qel::morpho::tree::data<image_type, qel::p_array2d>;
-  using area_type = qel::morpho::attribute::card<image_type>;
+/// Milliseconds by stage, and the clock that fills them.
+struct times {
+  std::array<double, nstages> ms;
+  double last;
 
-  const mxArray* array;
-  image_type image;
-  bool decreasing;
-  qel::p_array2d sites;
-  tree_type tree;
-  qel::morpho::tree::node_tree<tree_type> nodes;
-  qel::image2d<unsigned> area;
-  image_type filtered;
-  std::vector<T> plane;
+  void start() { last = processor_ms(); }
 
-  subject(const mxArray* array_, bool decreasing_)
-      : array(array_),
-        image(mxArray2qel_image<T, T>(array)),
-        decreasing(decreasing_),
-        sites(sorted_sites(image, decreasing)),
-        tree(image, sites, qel::c4()),
-        nodes(tree),
-        area(qel::morpho::tree::compute_attribute_image(area_type(), nodes)),
-        filtered(qel::duplicate(nodes.f())),
-        plane(image.domain().nsites()) {}
-
-  auto keep() const { return qel::pw::value_(area) >= qel::pw::cst_(1000u); }
+  /// What has been done since the last look belongs to stage `s`.
+  void lap(stage s) {
+    const double now = processor_ms();
+    ms[s] += now - last;
+    last = now;
+  }
 };
 
-/// The subject of this picture and tree. It is made when the first of its stages runs, in place of the one
-/// before, which takes too much memory to be kept.
+/// The sink of a call, with a clock: rules run until it is called.
 template <typename T>
-subject<T>& get_subject(const std::string& path, bool decreasing) {
-  static std::unique_ptr<subject<T>> current;
-  if (current == nullptr || current->decreasing != decreasing) {
-    current.reset();
-    test_host::reset();
-    current = std::make_unique<subject<T>>(read_picture(path).to_array(), decreasing);
+struct timed_planes {
+  entry::column_planes<T> to;
+  times& clock;
+
+  template <typename Nodes, typename F>
+  void filtered(const Nodes& n, const std::vector<F>& values) {
+    clock.lap(rules);
+    to.filtered(n, values);
+    clock.lap(planes);
   }
-  return *current;
+};
+
+/// Whether a call sorts the sites: not where levels are values and sums need no order.
+template <typename A, typename T>
+constexpr bool is_sorted_for =
+    sizeof(T) > 2 || !std::is_same_v<typename qel::trait::accumulator_<A>::order, qel::trait::accumulator::order::free>;
+
+/// The steps of one tree.
+template <typename A, typename T, typename L>
+void run_tree(const qel::image2d<T>& image, bool max_tree, const qel::neighb2d& nbh, const std::vector<L>& thresholds,
+              const std::string& rule, timed_planes<T>& sink) {
+  using sites_type = qel::morpho::tree::sweep_sites<qel::image2d<T>>;
+  const sites_type sites(image, max_tree);
+  if (is_sorted_for<A, T>) sites.array();
+  sink.clock.lap(sort);
+  const qel::morpho::tree::data<qel::image2d<T>, sites_type> made_tree(image, sites, nbh);
+  sink.clock.lap(tree);
+  const qel::morpho::tree::node_tree<std::decay_t<decltype(made_tree)>> made_nodes(made_tree);
+  sink.clock.lap(nodes);
+  const auto values = qel::morpho::tree::compute_attribute_image(A(), made_nodes);
+  sink.clock.lap(attribute);
+  std::vector<decltype(qel::pw::value_(values) >= qel::pw::cst_(L()))> keep;
+  for (const L t : thresholds) keep.push_back(qel::pw::value_(values) >= qel::pw::cst_(t));
+  qel::morpho::tree::filter_planes(made_nodes, keep, entry::named_rule{rule}, sink);
 }
 
-template <typename A>
-constexpr auto attribute_of = [](auto& s) { return qel::morpho::tree::compute_attribute_image(A(), s.nodes); };
+template <typename T, typename Attribute>
+times run_steps(const request& r, const picture& p, const Attribute& chosen) {
+  using A = typename Attribute::accumulator;
+  using L = typename Attribute::threshold;
+  const mxArray* const array = p.to_array();
+  const std::vector<L> thresholds(r.thresholds.begin(), r.thresholds.end());
+  const std::vector<L> reversed(thresholds.rbegin(), thresholds.rend());
+  const std::string rule = r.rule.empty() ? chosen.default_rule : r.rule;
+  const qel::neighb2d& nbh = r.connectivity == 8 ? qel::c8() : qel::c4();
 
-/// Registers a benchmark of each stage; each gives something that depends on all that it has done.
+  times clock{};
+  clock.start();
+  const qel::image2d<T> image = mxArray2qel_image<T, T>(array);
+  clock.lap(import);
+  T* position = reinterpret_cast<T*>(mxGetPr(test_host::array(p.id, {p.rows, p.cols, r.planes()})));
+  clock.lap(output);
+  timed_planes<T> sink{{position}, clock};
+  run_tree<A>(image, false, nbh, reversed, rule, sink);
+  clock.lap(release);
+  sink.to.input(qel::duplicate(image));
+  clock.lap(middle);
+  run_tree<A>(image, true, nbh, thresholds, rule, sink);
+  clock.lap(release);
+  return clock;
+}
+
 template <typename T>
-void add_stages(const std::string& path, const std::string& prefix, bool decreasing) {
-  namespace attribute = qel::morpho::attribute;
-  namespace filter = qel::morpho::tree::filter;
-  using image_type = qel::image2d<T>;
-  const auto add = [&](const char* name, auto work) {
-    const auto run = [=](benchmark::State& state) {
-      using benchmark::Counter;
-      auto& s = get_subject<T>(path, decreasing);
-      for (auto _ : state) {
-        auto result = work(s);
-        benchmark::DoNotOptimize(result);
-        benchmark::ClobberMemory();
-      }
-      state.counters["per_site"] =
-          Counter(s.image.domain().nsites(), Counter::kIsIterationInvariantRate | Counter::kInvert);
-    };
-    benchmark::RegisterBenchmark((prefix + name).c_str(), run)->Unit(benchmark::kMillisecond);
+times run_stages(const request& r, const picture& p) {
+  times result{};
+  const auto run = [&](const auto& candidate) {
+    if (candidate.is_called(r.attribute)) result = run_steps<T>(r, p, candidate);
   };
-
-  add("import", [](auto& s) { return mxArray2qel_image<T, T>(s.array); });
-  add("sort", [](auto& s) { return sorted_sites(s.image, s.decreasing); });
-  add("parents", [](auto& s) { return qel::morpho::tree::compute_parent(s.image, qel::c4(), s.sites); });
-  add("tree", [](auto& s) { return decltype(s.tree)(s.image, s.sites, qel::c4()).table().nnodes(); });
-  add("nodes", [](auto& s) { return decltype(s.nodes)(s.tree).nnodes(); });
-  add("attribute/area", attribute_of<attribute::card<image_type>>);
-  add("attribute/diagonal", attribute_of<attribute::diagonal<image_type>>);
-  add("attribute/inertia", attribute_of<attribute::inertia<image_type>>);
-  add("attribute/std", attribute_of<attribute::deviation<image_type, float, float>>);
-  add("copy", [](auto& s) { return qel::duplicate(s.nodes.f()); });
-  // A rule's cost does not depend on the values that it changes, so it may work on its own result.
-  add("rule/min", [](auto& s) { return filter::min(s.nodes, s.filtered, s.keep()), 0; });
-  add("rule/max", [](auto& s) { return filter::max(s.nodes, s.filtered, s.keep()), 0; });
-  add("rule/direct", [](auto& s) { return filter::direct(s.nodes, s.filtered, s.keep()), 0; });
-  add("rule/sub", [](auto& s) { return filter::sub(s.nodes, s.filtered, s.keep()), 0; });
-  add("completion",
-      [](auto& s) { return write_plane_by_number(s.tree.table().number, s.filtered.buffer(), s.plane.data()), 0; });
-  add("export", [](auto& s) { return qel_image2mxPtr(s.image, s.plane.data()), 0; });
+  std::apply([&](const auto&... candidates) { (run(candidates), ...); }, entry::attributes<qel::image2d<T>>);
+  return result;
 }
 
-template <typename T>
-void add_class(const std::string& folder, const std::string& side, const std::string& name) {
-  const std::string path = folder + "/mosaic-" + side + "-" + name;
-  add_stages<T>(path, name + "/min-tree/", true);
-  add_stages<T>(path, name + "/max-tree/", false);
+times run_stages(const request& r, const picture& p) {
+  if (p.id == mxUINT8_CLASS) return run_stages<unsigned char>(r, p);
+  if (p.id == mxUINT16_CLASS) return run_stages<unsigned short>(r, p);
+  return run_stages<int>(r, p);
+}
+
+double run_call(const request& r, const picture& p) {
+  const auto args = to_arguments(r, p);
+  const double start = processor_ms();
+  test_host::call(args);
+  return processor_ms() - start;
+}
+
+void run(const request& r) {
+  const picture p = read_picture(r.path);
+  std::array<std::vector<double>, nstages> samples;
+  for (int round = 0; round < rounds; ++round) {
+    times t = in_child(r.name, [&] { return run_stages(r, p); });
+    t.ms[whole_call] = in_child(r.name, [&] { return run_call(r, p); });
+    for (std::size_t s = 0; s < nstages; ++s) samples[s].push_back(t.ms[s]);
+  }
+  std::cout << "{\"case\": \"" << r.name << "\", \"sites\": " << p.sites();
+  for (std::size_t s = 0; s < nstages; ++s) {
+    std::sort(samples[s].begin(), samples[s].end());
+    std::cout << ", \"" << names[s] << "\": " << samples[s][rounds / 2];
+  }
+  std::cout << "}" << std::endl;
 }
 
 }  // namespace
 }  // namespace bench
 
 int main(int argc, char* argv[]) {
-  benchmark::Initialize(&argc, argv);
-  if (argc != 3) {
-    std::cerr << "usage: bench_stages PICTURE_FOLDER SIDE [benchmark options]" << std::endl;
+  try {
+    for (const std::string& arg : std::vector<std::string>(argv + 1, argv + argc))
+      bench::run(bench::parse_request(arg));
+  } catch (const std::exception& e) {
+    std::cerr << "bench_stages: " << e.what() << std::endl;
     return EXIT_FAILURE;
   }
-  bench::add_class<unsigned char>(argv[1], argv[2], "uint8");
-  bench::add_class<unsigned short>(argv[1], argv[2], "uint16");
-  bench::add_class<int>(argv[1], argv[2], "int32");
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
 }

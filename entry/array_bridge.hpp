@@ -6,7 +6,7 @@
 // index i + j * M of its block; an image has contiguous rows and a border. Host row i is image row i: nothing
 // is transposed.
 //
-// Both copies go by tiles: see entry/tiles.hpp.
+// All copies go by tiles: see entry/tiles.hpp.
 
 #include "entry/host.hpp"
 #include "entry/image_class.hpp"
@@ -20,6 +20,7 @@
 #include <qel/core/point2d.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <limits>
 #include <new>
@@ -32,6 +33,12 @@ namespace internal {
 inline std::size_t greatest_length() {
   constexpr std::size_t coordinates = std::size_t{std::numeric_limits<short>::max()} + 1;
   return coordinates - std::clamp<std::size_t>(qel::border::thickness, 1, coordinates);
+}
+
+/// The first pixel of row `row` of an image whose first site is (0, 0).
+template <typename I>
+auto* row_of(I& image, std::size_t row) {
+  return &qel::opt::at(image, qel::internal::narrowed<short>(row), 0);
 }
 
 }  // namespace internal
@@ -53,35 +60,26 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
   const T* const data = reinterpret_cast<const T*>(mxGetPr(array));
   const qel::point2d last(qel::internal::narrowed<short>(rows - 1), qel::internal::narrowed<short>(cols - 1));
   qel::image2d<V> image(qel::box2d(qel::point2d(0, 0), last), qel::border::thickness);
-  entry::read_columns(rows, cols, data, [&](std::size_t row, std::size_t col, const T& element) {
-    qel::opt::at(image, qel::internal::narrowed<short>(row), qel::internal::narrowed<short>(col)) =
-        static_cast<V>(element);
-  });
+  entry::read_columns(rows, cols, data, [&](std::size_t row) { return entry::internal::row_of(image, row); });
   return image;
 }
 
-/// Writes the pixels of `image`, whose first site is (0, 0), column by column from `destination` on; the
-/// border stays behind. `destination` is left as it was: the caller moves it.
+/// Writes planes of the size of `image`, whose first site is (0, 0), column by column and one after the other from
+/// `destination` on; the border stays behind. `functions` gives for each plane the function from the pixels of `image`
+/// to the elements of the plane.
 ///
-/// \pre there is room for rows x columns elements.
-template <typename V, typename T>
-void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
-  const auto value = [&](std::size_t row, std::size_t col) {
-    return static_cast<T>(
-        qel::opt::at(image, qel::internal::narrowed<short>(row), qel::internal::narrowed<short>(col)));
-  };
-  entry::write_columns(image.domain().len(0), image.domain().len(1), value, destination);
+/// \pre there is room for rows x columns elements for each plane.
+template <typename V, typename Functions, typename T>
+void write_planes(const qel::image2d<V>& image, const Functions& functions, T* destination) {
+  const auto row_of = [&](std::size_t row) { return entry::internal::row_of(image, row); };
+  entry::write_columns(image.domain().len(0), image.domain().len(1), row_of, functions, destination);
 }
 
-/// Writes an image whose pixels are told by number: that at `site` is `values[number(site)]`. Otherwise as
-/// `qel_image2mxPtr`.
+/// Writes the pixels of `image` as one such plane. `destination` is left as it was: the caller moves it.
 template <typename V, typename T>
-void write_plane_by_number(const qel::image2d<unsigned>& number, const V* values, T* destination) {
-  const auto value = [&](std::size_t row, std::size_t col) {
-    return static_cast<T>(
-        values[qel::opt::at(number, qel::internal::narrowed<short>(row), qel::internal::narrowed<short>(col))]);
-  };
-  entry::write_columns(number.domain().len(0), number.domain().len(1), value, destination);
+void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
+  const auto as_element = [](const V& v) { return static_cast<T>(v); };
+  write_planes(image, std::array{as_element}, destination);
 }
 
 #endif  // ENTRY_ARRAY_BRIDGE_HPP

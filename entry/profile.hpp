@@ -24,10 +24,13 @@ struct column_planes {
 
   template <typename T, typename F>
   void filtered(const T& nodes, const std::vector<F>& values) {
-    for (const F& plane : values) {
-      write_plane_by_number(nodes.table().number, plane.buffer(), position);
-      position += nodes.table().number.domain().nsites();
-    }
+    const auto value_in = [](const F& plane) {
+      return [of_node = plane.buffer()](unsigned number) { return static_cast<V>(of_node[number]); };
+    };
+    std::vector<decltype(value_in(values[0]))> functions;
+    for (const F& plane : values) functions.push_back(value_in(plane));
+    write_planes(nodes.table().number, functions, position);
+    position += values.size() * nodes.table().number.domain().nsites();
   }
 
   template <typename I>

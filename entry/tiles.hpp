@@ -5,49 +5,68 @@
 // Copies between the host's column-major blocks and images with contiguous rows.
 //
 // One of the two is strided whichever way a plain double loop is nested: a new cache line, and soon a new page, for
-// every element. Here the elements go through a small tile, read along rows and written along columns: about a quarter
-// of the time of the plain loop.
+// every element. Here the elements go by tiles of some columns, which lie in the nearest cache. A tile is high, for its
+// columns are pieces of memory that are far apart, often by a power of two, and the more a piece holds the better; the
+// next tile goes on where it ends.
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <type_traits>
 
 namespace entry {
 
-/// Writes a matrix of `rows` x `cols` elements of type T in column-major order from `destination` on.
+namespace internal {
+
+inline constexpr std::size_t tile_rows = 128;
+inline constexpr std::size_t tile_cols = 16;
+
+/// Calls `visit(row, col, height, width)` for each tile of a matrix of `rows` x `cols` elements, column by column.
+template <typename Visit>
+void for_each_tile(std::size_t rows, std::size_t cols, Visit visit) {
+  for (std::size_t col = 0; col < cols; col += tile_cols)
+    for (std::size_t row = 0; row < rows; row += tile_rows)
+      visit(row, col, std::min(tile_rows, rows - row), std::min(tile_cols, cols - col));
+}
+
+}  // namespace internal
+
+/// Writes planes of `rows` x `cols` elements of type T in column-major order, one after the other, from `destination`
+/// on. What they are made of is read once for all planes.
 ///
-/// \param value  value(row, col) is the element; read row by row within a tile.
-template <typename T, typename Value>
-void write_columns(std::size_t rows, std::size_t cols, Value value, T* destination) {
-  constexpr std::size_t tile_rows = 32;
-  constexpr std::size_t tile_cols = 16;
-  std::array<T, tile_rows * tile_cols> tile;  // column by column
-  for (std::size_t row = 0; row < rows; row += tile_rows) {
-    const std::size_t height = std::min(tile_rows, rows - row);
-    for (std::size_t col = 0; col < cols; col += tile_cols) {
-      const std::size_t width = std::min(tile_cols, cols - col);
-      for (std::size_t r = 0; r < height; ++r)
-        for (std::size_t c = 0; c < width; ++c) tile[c * tile_rows + r] = value(row + r, col + c);
-      for (std::size_t c = 0; c < width; ++c)
-        std::copy_n(&tile[c * tile_rows], height, destination + (col + c) * rows + row);
+/// \param row_of    row_of(row) points to the first of `cols` elements.
+/// \param functions for each plane the function that gives its element from that of the row.
+template <typename T, typename RowOf, typename Functions>
+void write_columns(std::size_t rows, std::size_t cols, RowOf row_of, const Functions& functions, T* destination) {
+  using internal::tile_cols;
+  using internal::tile_rows;
+  std::array<std::decay_t<decltype(*row_of(0))>, tile_rows * tile_cols> tile;  // column by column
+  internal::for_each_tile(rows, cols, [&](std::size_t row, std::size_t col, std::size_t height, std::size_t width) {
+    for (std::size_t r = 0; r < height; ++r) {
+      const auto* const first = row_of(row + r) + col;
+      for (std::size_t c = 0; c < width; ++c) tile[c * tile_rows + r] = first[c];
     }
-  }
+    T* plane = destination + col * rows + row;
+    for (const auto& function : functions) {
+      for (std::size_t c = 0; c < width; ++c)
+        std::transform(&tile[c * tile_rows], &tile[c * tile_rows] + height, plane + c * rows, function);
+      plane += rows * cols;
+    }
+  });
 }
 
 /// Reads a matrix of `rows` x `cols` elements in column-major order from `source` on.
 ///
-/// \param store  called as store(row, col, element) once for each element; row by row within a tile.
-template <typename T, typename Store>
-void read_columns(std::size_t rows, std::size_t cols, const T* source, Store store) {
-  constexpr std::size_t side = 16;
-  for (std::size_t row = 0; row < rows; row += side) {
-    const std::size_t end_row = std::min(row + side, rows);
-    for (std::size_t col = 0; col < cols; col += side) {
-      const std::size_t end_col = std::min(col + side, cols);
-      for (std::size_t r = row; r < end_row; ++r)
-        for (std::size_t c = col; c < end_col; ++c) store(r, c, source[c * rows + r]);
+/// \param row_of  row_of(row) points to the first of `cols` elements to be written.
+template <typename T, typename RowOf>
+void read_columns(std::size_t rows, std::size_t cols, const T* source, RowOf row_of) {
+  internal::for_each_tile(rows, cols, [&](std::size_t row, std::size_t col, std::size_t height, std::size_t width) {
+    for (std::size_t r = 0; r < height; ++r) {
+      auto* const first = row_of(row + r) + col;
+      for (std::size_t c = 0; c < width; ++c)
+        first[c] = static_cast<std::decay_t<decltype(*first)>>(source[(col + c) * rows + row + r]);
     }
-  }
+  });
 }
 
 }  // namespace entry

@@ -124,10 +124,12 @@ void run_set(fuzz::input& in) {
   }
 }
 
-void run_priority_bits(fuzz::input& in) {
-  constexpr std::size_t sizes[] = {1, 64, 65, 257, 4096, 4097, 65537, 262145};
-  const std::size_t n = in.pick(sizes);
-  qel::util::priority_bits bits(n);
+template <unsigned layers>
+void run_priority_bits(fuzz::input& in, std::size_t n) {
+  using priority_bits = qel::util::priority_bits<layers>;
+  if constexpr (layers < 5)
+    if (!priority_bits::fits(n)) return run_priority_bits<layers + 1>(in, n);
+  priority_bits bits(n);
   std::set<unsigned> model;
   while (!in.is_empty()) {
     const std::size_t operation = in.below(4);
@@ -141,10 +143,15 @@ void run_priority_bits(fuzz::input& in) {
     }
     for (const std::size_t from : {std::size_t{k}, in.below(n), n - 1}) {
       const auto next = model.lower_bound(static_cast<unsigned>(from));
-      const unsigned expected = next == model.begin() ? qel::util::priority_bits::none : *std::prev(next);
+      const unsigned expected = next == model.begin() ? priority_bits::none : *std::prev(next);
       require(bits.greatest_below(static_cast<unsigned>(from)) == expected, "priority_bits: greatest member below");
     }
   }
+}
+
+void run_priority_bits(fuzz::input& in) {
+  constexpr std::size_t sizes[] = {1, 64, 65, 257, 4096, 4097, 65537, 262145};
+  run_priority_bits<1>(in, in.pick(sizes));
 }
 
 /// The sites that a new walk visits, twice in a row.

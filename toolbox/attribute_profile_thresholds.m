@@ -300,6 +300,8 @@ end
 %!     assert (any (L > A{2}(1) & L <= A{2}(2)) && any (L > A{2}(2) & L <= A{2}(3)));
 %!   endfor
 %! endfor
+%! [~, X] = attribute_profile_thresholds (I, 'inertia', 3);
+%! assert (curve_of (I, 'inertia', X(1) + [0 1e-6]) > 0, logical ([0 1]));
 
 %!test <*the complement has the same areas, a constant changes no area, twice the levels have twice the deviation>
 %! names = {'uint8', 'int8', 'uint16', 'int16', 'uint32', 'int32', 'uint64', 'int64'};

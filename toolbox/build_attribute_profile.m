@@ -45,23 +45,23 @@ function build_attribute_profile (folder)
   fprintf ('Made %s\n', module);
 end
 
-function module = compile_for_octave (folder, root, arguments, flags)
+function module = compile_for_octave (folder, root, inputs, flags)
   if isunix && ~ismac
     % Else the adapter's functions would be taken for the host's of the same names, where modules are ELF files.
-    arguments{end+1} = ['-Wl,--version-script=' fullfile(root, 'entry', 'exports.map')];
+    inputs{end+1} = ['-Wl,--version-script=' fullfile(root, 'entry', 'exports.map')];
   end
   % mkoctfile does not know -std itself and reads the flags of the compiler from here.
   before = getenv ('CXXFLAGS');
   restore = onCleanup (@() setenv ('CXXFLAGS', before));
   setenv ('CXXFLAGS', [flags ' -fPIC']);
   module = fullfile (folder, 'attribute_profile.mex');
-  status = mkoctfile ('--mex', '-o', module, arguments{:}, fullfile (root, 'entry', 'octave', 'adapter.cpp'));
+  status = mkoctfile ('--mex', '-o', module, inputs{:}, fullfile (root, 'entry', 'octave', 'adapter.cpp'));
   if status ~= 0
     error ('build_attribute_profile: the compiler failed; its messages are above');
   end
 end
 
-function module = compile_for_matlab (folder, arguments, root, flags)
+function module = compile_for_matlab (folder, inputs, root, flags)
   link = '';
   if ispc
     compiler = mex.getCompilerConfigurations ('C++', 'Selected');
@@ -70,14 +70,14 @@ function module = compile_for_matlab (folder, arguments, root, flags)
     end
     % MATLAB is made by another compiler, which unwinds none of MinGW's frames: the adapter does, and brings its own
     % run-time.
-    arguments{end+1} = fullfile (root, 'entry', 'windows', 'adapter.cpp');
+    inputs{end+1} = fullfile (root, 'entry', 'windows', 'adapter.cpp');
     flags = [flags ' -include entry/windows/link_names.hpp'];
     link = ' -static';
   elseif ~ismac
     % MATLAB brings a C++ run-time that may be older than the compiler's: the module carries its own.
     link = ' -static-libstdc++';
   end
-  mex ('-outdir', folder, '-output', 'attribute_profile', arguments{:}, ['CXXFLAGS=$CXXFLAGS ' flags], ...
+  mex ('-outdir', folder, '-output', 'attribute_profile', inputs{:}, ['CXXFLAGS=$CXXFLAGS ' flags], ...
        ['LDFLAGS=$LDFLAGS' link]);
   module = fullfile (folder, ['attribute_profile.' mexext()]);
 end

@@ -49,5 +49,6 @@ int main(int argc, char* argv[]) {
   replace_all(text, "@attributes@", quoted_names(entry::attributes<qel::image2d<unsigned char>>));
   replace_all(text, "@rules@", quoted_names(entry::rules));
   std::ofstream output(argv[2], std::ios::binary);
-  return output << text << std::flush ? EXIT_SUCCESS : EXIT_FAILURE;
+  output << text << std::flush;
+  return output ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -10,20 +10,8 @@
 
 #include <new>
 #include <utility>
-#include <vector>
 
 namespace {
-
-TEST(array_bridge_limits, larger_images_end_the_call_before_anything_is_made) {
-  for (const auto& [rows, cols] : {std::pair{32766u, 1u}, {1u, 32766u}, {40000u, 1u}, {65537u, 1u}, {2u, 65537u}}) {
-    mxArray* output = nullptr;
-    const std::vector<const mxArray*> inputs = {test_host::array(mxUINT8_CLASS, {rows, cols}), test_host::text("a"),
-                                                test_host::matrix<double>(1, 1, {2})};
-    EXPECT_THROW(test_host::call(inputs, &output), std::bad_array_new_length) << rows << " x " << cols;
-    EXPECT_EQ(output, nullptr);
-  }
-  test_host::reset();
-}
 
 // A wider border leaves fewer coordinates to the image, and none still leaves one to the end of a walk.
 TEST(array_bridge_limits, follow_the_border) {
@@ -36,12 +24,6 @@ TEST(array_bridge_limits, follow_the_border) {
     qel::border::thickness = thickness;
   }
   test_host::reset();
-}
-
-TEST(define_image_type, knows_the_classes_that_no_image_has) {
-  EXPECT_EQ(define_image_type(false), 3);
-  EXPECT_EQ(define_image_type(0.0), 6);
-  EXPECT_EQ(define_image_type(0.0f), 7);
 }
 
 }  // namespace

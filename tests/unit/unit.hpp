@@ -27,11 +27,6 @@ void PrintTo(const point<G, C>& p, std::ostream* out) {
   *out << '(' << p.row() << ", " << p.col() << ')';
 }
 
-template <typename G, typename C>
-void PrintTo(const dpoint<G, C>& dp, std::ostream* out) {
-  *out << '(' << dp.row() << ", " << dp.col() << ')';
-}
-
 }  // namespace qel
 
 namespace unit {

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -68,9 +69,12 @@ void for_each_key(const I& ima, typename I::value least, Visit visit) {
           p.to_site());
 }
 
-/// The least and the greatest value of an image's domain.
+/// The least and the greatest value of an image's domain; those of the type if one digit holds them all, for then nothing
+/// is saved by a look.
 template <typename I>
 std::pair<typename I::value, typename I::value> value_range(const I& ima) {
+  using limits = std::numeric_limits<typename I::value>;
+  if constexpr (sizeof(typename I::value) <= 2) return {limits::min(), limits::max()};
   const auto first = ima(ima.domain().pmin());
   std::pair<typename I::value, typename I::value> range(first, first);
   typename I::domain_t::fwd_piter p(ima.domain());

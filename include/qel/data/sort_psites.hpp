@@ -94,7 +94,7 @@ p_array2d sort_psites_decreasing_(trait::image::quant::high, const Image<I>& ima
 /// Cost: two passes for 8-bit values, three to eight for wider integers, n log n comparisons for `bool` and
 /// floating point.
 ///
-/// \pre    the domain has sites.
+/// \pre    the domain has sites, and no value is NaN.
 /// \throws std::bad_alloc
 template <typename I>
 p_array2d sort_psites_increasing(const Image<I>& ima) {
@@ -106,7 +106,7 @@ p_array2d sort_psites_increasing(const Image<I>& ima) {
 ///
 /// Cost: that of `sort_psites_increasing`, and one pass to turn round values of more than 8 bits.
 ///
-/// \pre    the domain has sites.
+/// \pre    the domain has sites, and no value is NaN.
 /// \throws std::bad_alloc
 template <typename I>
 p_array2d sort_psites_decreasing(const Image<I>& ima) {

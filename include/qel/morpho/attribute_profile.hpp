@@ -14,19 +14,19 @@
 //     sink.input(image)              // the plane in the middle; the image is a copy, and the sink may keep it
 //
 // Whoever judges nodes by more than one attribute and a threshold takes the steps of `profile_of_tree` here, with
-// predicates of his own: sites sorted, a tree, its `node_tree`, any number of attribute images of it (its bounding box
+// predicates of his own: the sites in sweep order, a tree, its `node_tree`, any number of attribute images of it (its bounding box
 // tells whether a node touches an edge), `tree::filter_planes` with a vector of predicates.
 
 #include <qel/accu/accumulator.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/data/duplicate.hpp>
-#include <qel/data/sort_psites.hpp>
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/tree/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
 #include <qel/morpho/tree/filter_planes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
+#include <qel/morpho/tree/sweep_sites.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
@@ -38,12 +38,12 @@ namespace morpho {
 
 namespace internal {
 
-/// The planes of one tree, one for each threshold in the order given. `sites` tells which tree: sorted in decreasing
-/// order a min-tree, in increasing order a max-tree.
-template <typename I, typename S, typename N, typename A, typename L, typename Rule, typename Sink>
-void profile_of_tree(const I& input, const S& sites, const N& nbh, const A& a, const std::vector<L>& thresholds,
+/// The planes of the max-tree or the min-tree, one for each threshold in the order given.
+template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
+void profile_of_tree(const I& input, bool max_tree, const N& nbh, const A& a, const std::vector<L>& thresholds,
                      const Rule& rule, Sink& sink) {
-  using tree_type = tree::data<I, S>;
+  using tree_type = tree::data<I, tree::sweep_sites<I>>;
+  const tree::sweep_sites<I> sites(input, max_tree);
   const tree_type tree(input, sites, nbh);
   const tree::node_tree<tree_type> nodes(tree);
   const auto attribute = tree::compute_attribute_image(a, nodes);
@@ -75,11 +75,9 @@ void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const 
   const A& exact_a = qel::internal::force_exact<A>(a);
   const std::vector<L> reversed(thresholds.rbegin(), thresholds.rend());
 
-  auto sites = data::sort_psites_decreasing(input);
-  internal::profile_of_tree(input, sites, exact_nbh, exact_a, reversed, rule, sink);
+  internal::profile_of_tree(input, false, exact_nbh, exact_a, reversed, rule, sink);
   sink.input(duplicate(input));
-  sites = data::sort_psites_increasing(input);
-  internal::profile_of_tree(input, sites, exact_nbh, exact_a, thresholds, rule, sink);
+  internal::profile_of_tree(input, true, exact_nbh, exact_a, thresholds, rule, sink);
 }
 
 }  // namespace morpho

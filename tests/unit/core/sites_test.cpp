@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-// Sites and their order, and boxes at the ends of the range. fuzz/containers.cpp walks over any of them.
+// Sites and boxes at the ends of the range. fuzz/containers.cpp walks over any of them.
 
 #include <qel/core/box_piter.hpp>
-#include <qel/core/convert/to_p_array.hpp>
 
 #include "tests/unit/unit.hpp"
 
@@ -15,17 +14,6 @@ TEST(point2d, sums_and_differences_wrap_modulo_65536) {
   EXPECT_EQ(point2d(-32768, 32767) + dpoint2d(-32768, 32767), point2d(0, -2));
   EXPECT_EQ(point2d(0, 0) - dpoint2d(-32768, 32767), point2d(-32768, -32767));
   EXPECT_EQ(dpoint2d(65535u, 65539), dpoint2d(-1, 3));
-}
-
-TEST(ord, is_row_major_on_signed_coordinates) {
-  const sites sorted = {{-32768, -32768}, {-1, 32767}, {0, -1}, {0, 0}, {1, 9}, {2, -32768}, {2, 0}, {32767, 32767}};
-  for (std::size_t i = 0; i < sorted.size(); ++i)
-    for (std::size_t j = 0; j < sorted.size(); ++j) {
-      const point2d &a = sorted[i], &b = sorted[j];
-      EXPECT_EQ(qel::util::ord_strict(a, b), i < j);
-      EXPECT_EQ(qel::util::ord_weak(a, b), i <= j);
-      EXPECT_EQ(qel::util::ord<dpoint2d>()(dpoint2d(a.row(), a.col()), dpoint2d(b.row(), b.col())), i < j);
-    }
 }
 
 TEST(box2d, validity_and_lengths) {

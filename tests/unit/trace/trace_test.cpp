@@ -88,13 +88,6 @@ TEST(trace, does_nothing_when_quiet) {
   EXPECT_EQ(capture.output() + capture.errors(), "");
 }
 
-TEST(trace, exiting_a_scope_that_is_not_open_is_reported_once) {
-  const trace_capture capture;
-  trace::exiting("a");
-  trace::exiting("b");
-  EXPECT_EQ(capture.errors(), "error: missing 'entering' scope (exiting is 'a')\n");
-}
-
 TEST(trace, exiting_under_another_name_is_reported_and_still_closes_the_scope) {
   const trace_capture capture;
   trace::entering("scope");

@@ -13,6 +13,7 @@
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/piter.hpp>
+#include <qel/morpho/tree/sweep_order.hpp>
 #include <qel/morpho/tree/take_as_init.hpp>
 
 namespace qel {
@@ -23,9 +24,9 @@ namespace tree {
 
 namespace internal {
 
-/// As defined: gives every site of `data` the accumulator of its node.
-template <typename T, typename D>
-void accumulate(const T& tree, D& data) {
+/// As defined: gives every site of `data`, which all hold a copy of `a`, the accumulator of its node.
+template <typename A, typename T, typename D>
+void accumulate(const A&, const T& tree, D& data) {
   up_site_piter<T> p(tree);
   for (p.start(); p.is_valid(); p.next()) take_as_init(data(p), tree.f(), p);
   for (p.start(); p.is_valid(); p.next())
@@ -34,20 +35,23 @@ void accumulate(const T& tree, D& data) {
     if (!tree.is_a_node(p)) data(p) = data(tree.parent(p));
 }
 
+/// The accumulator of a node takes a site of its own. Each site starts from a copy of `a`, for `a` may have settings.
+template <typename A, typename I, typename P>
+void take_site(A& of_node, const A& a, const I& f, const P& p) {
+  A one = a;
+  take_as_init(one, f, p);
+  of_node.take(one);
+}
+
 /// Gives every node its own sites in raster order, then hands on from node to parent. Equal to the definition, since
 /// the order can't be seen in the result.
-template <typename T, typename D>
-void accumulate_nodes(trait::accumulator::order::free, const node_tree<T>& tree, D& data) {
-  using accu_t = typename D::value;
+template <typename A, typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::free, const A& a, const node_tree<T>& tree, D& data) {
   const auto& f = tree.whole().f();
   const auto& number = tree.table().number;
   for (unsigned k = 0; k < tree.nnodes(); ++k) data.element(k).init();
   box_fwd_piter_<typename T::site> p(f.domain());
-  for (p.start(); p.is_valid(); p.next()) {
-    accu_t one;
-    take_as_init(one, f, p);
-    data.element(number(p)).take(one);
-  }
+  for (p.start(); p.is_valid(); p.next()) take_site(data.element(number(p)), a, f, p);
   up_node_piter<node_tree<T>> n(tree);
   for (n.start(); n.is_valid(); n.next())
     if (!tree.is_root(n)) data(tree.parent(n)).take(data(n));
@@ -55,11 +59,10 @@ void accumulate_nodes(trait::accumulator::order::free, const node_tree<T>& tree,
 
 /// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
 /// when its turn comes, so only nodes need an accumulator.
-template <typename T, typename D>
-void accumulate_nodes(trait::accumulator::order::fixed, const node_tree<T>& tree, D& data) {
-  using accu_t = typename D::value;
+template <typename A, typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
   const auto& f = tree.whole().f();
-  const auto& s = tree.whole().domain();
+  const auto& s = stored_sites(tree.whole().domain());
   const auto& table = tree.table();
   for (unsigned k = 0; k < tree.nnodes(); ++k) take_as_init(data.element(k), f, table.canonical[k]);
 
@@ -77,18 +80,16 @@ void accumulate_nodes(trait::accumulator::order::fixed, const node_tree<T>& tree
     const auto& p = s[i];
     const unsigned k = table.number(p);
     if (table.canonical[k] != p) {
-      accu_t one;
-      take_as_init(one, f, p);
-      data.element(k).take(one);
+      take_site(data.element(k), a, f, p);
     } else if (const point2d n = node_sheet::site(k); !tree.is_root(n)) {
       data(tree.parent(n)).take(data(n));
     }
   }
 }
 
-template <typename T, typename D>
-void accumulate(const node_tree<T>& tree, D& data) {
-  accumulate_nodes(typename trait::accumulator_<typename D::value>::order(), tree, data);
+template <typename A, typename T, typename D>
+void accumulate(const A& a, const node_tree<T>& tree, D& data) {
+  accumulate_nodes(typename trait::accumulator_<A>::order(), a, tree, data);
 }
 
 }  // namespace internal

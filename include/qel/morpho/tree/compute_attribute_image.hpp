@@ -34,7 +34,7 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
   accu_image_t<T, A> data;
   initialize(data, f);
   qel::data::fill(data, a);
-  accumulate(tree, data);
+  accumulate(a, tree, data);
   if (accu_image != nullptr) *accu_image = duplicate(data);
 
   qel::internal::check_init(&attribute_image_t<T, A>::init_);
@@ -50,7 +50,7 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
 ///
 /// Cost: three walks over the sites; an accumulator for each site, or for each node of a node tree, while it runs.
 ///
-/// \param a          tells the kind of attribute; its content does not count.
+/// \param a          tells the kind of attribute and its settings, if it has some; what it has taken does not count.
 /// \param tree       the tree of an image, or a `node_tree`: the result is an image on the sheet of nodes then.
 /// \param accu_image where to leave a copy of the accumulators of all sites, or null.
 ///

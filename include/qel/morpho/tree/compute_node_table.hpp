@@ -12,6 +12,8 @@
 #include <qel/morpho/tree/node_table.hpp>
 #include <qel/trace/trace.hpp>
 
+#include <type_traits>
+
 namespace qel {
 
 namespace morpho {
@@ -20,38 +22,48 @@ namespace tree {
 
 namespace internal {
 
-/// Any image and neighbourhood: union-find.
-template <typename Storage, typename I, typename N, typename S>
-node_table<I> compute_node_table_(Storage, const I& f, const N& nbh, const S& s) {
-  return node_table_of(f, s, impl::generic::compute_parent(f, nbh, s));
-}
+/// Whether images of type I can be flooded under a neighbourhood of type N at all: those in one block, under one made of a
+/// window.
+template <typename I, typename N>
+inline constexpr bool has_flood = false;
+template <typename I, typename W>
+inline constexpr bool has_flood<I, neighb<W>> =
+    std::is_same_v<typename trait::image_<I>::value_storage, trait::image::value_storage::one_block>;
 
-/// An image in one block can be flooded under a neighbourhood made of a window, unless the window reaches beyond the
-/// image's border, is one-sided or lacks a direct neighbour.
-template <typename I, typename W, typename S>
-node_table<I> compute_node_table_(trait::image::value_storage::one_block, const I& f, const neighb<W>& nbh,
-                                  const S& s) {
-  if (can_be_flooded(f, nbh)) return flooded_node_table(f, nbh, s);
-  return node_table_of(f, s, impl::generic::compute_parent(f, nbh, s));
+/// `from_table(table)` where the tree is found by a flood, `from_parents(parent image)` where by union-find: for any
+/// neighbourhood, among them windows that reach beyond the image's border, are one-sided or lack a direct neighbour, and
+/// for no sites at all.
+template <typename I, typename N, typename S, typename FromTable, typename FromParents>
+auto flood_or_union_find(const I& f, const N& nbh, const S& s, FromTable from_table, FromParents from_parents) {
+  trace::entering("morpho::tree::compute_parent");
+  internal::compute_parent_tests(f, nbh, s);
+  const auto found = [&] {
+    if constexpr (has_flood<I, N>)
+      if (s.nsites() != 0 && can_be_flooded(f, nbh)) return from_table(flooded_node_table(f, nbh, s));
+    return from_parents(impl::generic::compute_parent(f, nbh, s));
+  };
+  auto result = found();
+  trace::exiting("morpho::tree::compute_parent");
+  return result;
 }
 
 }  // namespace internal
 
-/// The nodes of the component tree of `f` under `nbh`; `s` tells the sweep order.
+/// The nodes of the component tree of `f` under `nbh`; `s` tells the sweep order. No nodes if it has no sites.
 ///
-/// Cost: linear but for the search of the next level, by 64-ary bits; 10 to 12 bytes a site while it runs.
+/// Cost: by a flood, linear but for the search of the next level, by 64-ary bits; by union-find, up to n log n steps.
+/// Memory of the flood while it runs, in bytes a site: 11 for a flat image of 8 bits, 15 for a photograph, 36 for an `int`
+/// image of all different values, 66 for one that is a ramp along a serpentine.
 ///
-/// \pre    `s` holds every site of the domain of `f` once, sorted by value, ties by position.
+/// \pre    `s` holds every site of the domain of `f` once, sorted by value, ties by position; or it is empty.
 /// \throws std::bad_alloc
 template <typename I, typename N, typename S>
 node_table<I> compute_node_table(const Image<I>& f, const Neighborhood<N>& nbh, const Site_Set<S>& s) {
-  trace::entering("morpho::tree::compute_parent");
-  internal::compute_parent_tests(f, nbh, s);
-  auto table =
-      internal::compute_node_table_(typename trait::image_<I>::value_storage(), qel::internal::force_exact<I>(f),
-                                    qel::internal::force_exact<N>(nbh), qel::internal::force_exact<S>(s));
-  trace::exiting("morpho::tree::compute_parent");
-  return table;
+  const I& exact_f = qel::internal::force_exact<I>(f);
+  const S& exact_s = qel::internal::force_exact<S>(s);
+  return internal::flood_or_union_find(
+      exact_f, qel::internal::force_exact<N>(nbh), exact_s, [](node_table<I> table) { return table; },
+      [&](const auto& parents) { return internal::node_table_of(exact_f, exact_s, parents); });
 }
 
 }  // namespace tree

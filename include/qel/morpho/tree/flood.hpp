@@ -19,16 +19,12 @@
 // No recursion: open components, one for each level at most, stand on a stack on the heap.
 
 #include <qel/core/image2d.hpp>
-#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
-#include <qel/core/point2d.hpp>
-#include <qel/core/util/priority_bits.hpp>
+#include <qel/morpho/tree/flooded_nodes.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
-#include <qel/morpho/tree/sweep_levels.hpp>
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
 #include <vector>
 
 namespace qel {
@@ -39,50 +35,11 @@ namespace tree {
 
 namespace internal {
 
-/// The waiting sites, by level. A block with one place for each site serves all levels: it is known how many sites a
-/// level has.
-class level_queues {
- public:
-  /// \param ranges the empty ranges of the levels.
-  /// \param places room for as many sites as there are, kept by the caller.
-  level_queues(std::vector<level_range> ranges, unsigned* places)
-      : ranges_(std::move(ranges)), levels_(ranges_.size()), places_(places) {}
-
-  void push(unsigned level, unsigned site) {
-    places_[ranges_[level].top++] = site;
-    levels_.insert(level);
-  }
-
-  bool is_empty(unsigned level) const { return ranges_[level].top == ranges_[level].bottom; }
-
-  /// \pre the level's queue is not empty.
-  unsigned pop(unsigned level) { return places_[--ranges_[level].top]; }
-
-  /// A site of the level that will be popped soon, if there is one: worth fetching from memory.
-  /// \pre a site has been popped from the level.
-  unsigned peek(unsigned level) const {
-    const level_range& range = ranges_[level];
-    return places_[range.top - range.bottom < 2 ? range.bottom : range.top - 2];
-  }
-
-  /// Leaves the empty `level`; the highest level below it at which sites wait, or 0.
-  unsigned next_below(unsigned level) {
-    levels_.erase(level);
-    const unsigned below = levels_.greatest_below(level);
-    return below == util::priority_bits::none ? 0 : below;
-  }
-
- private:
-  std::vector<level_range> ranges_;
-  util::priority_bits levels_;
-  unsigned* places_;
-};
-
 /// A component that the flood has entered and not yet filled.
 struct open_component {
   unsigned level;
   unsigned number;     ///< of its node
-  unsigned canonical;  ///< the best candidate so far, as a place in the block
+  unsigned canonical;  ///< the best candidate so far, as a place in the block, turned round if the last one is sought
 };
 
 /// An open component that the flood has left for one inside, and where it goes on when it is back.
@@ -92,53 +49,45 @@ struct left_component {
   unsigned neighbour;
 };
 
-/// The nodes that a flood finds, by number.
-struct flooded_nodes {
-  /// Makes room for as many nodes as there are sites. What is not used is never touched, and costs no memory.
-  explicit flooded_nodes(std::size_t nsites) {
-    qel::internal::reserve_large(canonical, nsites);
-    qel::internal::reserve_large(parent, nsites);
-    qel::internal::reserve_large(upward, nsites);
-  }
-
-  unsigned add() {
-    const auto number = qel::internal::narrowed<unsigned>(parent.size());
-    canonical.push_back(0);
-    parent.push_back(node_sheet::site(number));
-    return number;
-  }
-
-  void close(unsigned number, unsigned canonical_place) {
-    canonical[number] = canonical_place;
-    upward.push_back(node_sheet::site(number));
-  }
-
-  std::vector<unsigned> canonical;  ///< the place in the block of each node's canonical site
-  std::vector<point2d> parent;
-  std::vector<point2d> upward;
-};
-
 /// Floods the sites of `level`, a block in which the sites not to be visited have level 0.
+///
+/// What the inner loops read is given by value: a reference would be read again after each store.
 ///
 /// \param level     at each place, the level of its site; all are 0 in the end.
 /// \param start     a place of the lowest level.
 /// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood.
 /// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
+/// \param waiting   empty `level_queues`.
 /// \param numbers   receives the number of each site's node; its block is laid out like that of the levels.
-template <typename L, typename Around>
-flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ties, level_queues& waiting,
+/// \throws std::bad_alloc
+template <typename L, typename Around, typename Queues>
+flooded_nodes flood(L* const level, const unsigned start, const Around around, const bool last_ties, Queues waiting,
                     image2d<unsigned>& numbers) {
   const auto n = qel::internal::narrowed<unsigned>(around.size());
   // The least canonical place is sought: places are turned round where it is the last one.
   const unsigned turn = last_ties ? ~0u : 0u;
   unsigned* const number = numbers.buffer();
   flooded_nodes nodes(numbers.domain().nsites());
-  const auto entered = [&](unsigned l) { return open_component{l, nodes.add(), ~0u}; };
+  const flooded_nodes::pointers list = nodes.data();
+  unsigned nentered = 0;
+  unsigned nfull = 0;
+  std::size_t room = 0;
+  const auto entered = [&](unsigned l) {
+    if (nentered == room) {
+      nodes.grow();
+      room = nodes.size();
+    }
+    return open_component{l, nentered++, ~0u};
+  };
 
   std::vector<left_component> left(1, left_component{{0, 0, 0}, 0, 0});  // below the root
   open_component now = entered(level[start]);
   unsigned here = start;
   unsigned next = 0;
+  const auto go_to = [&](unsigned site) {
+    here = site;
+    next = 0;
+  };
   level[start] = 0;
   for (;;) {
     while (next < n) {
@@ -152,15 +101,13 @@ flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ti
       }
       left.push_back({now, here, next});
       now = entered(l);
-      here = there;
-      next = 0;
+      go_to(there);
     }
 
     number[here] = now.number;
     now.canonical = std::min(now.canonical, here ^ turn);
-    next = 0;
     if (!waiting.is_empty(now.level)) {
-      here = waiting.pop(now.level);
+      go_to(waiting.pop(now.level));
       const unsigned soon = waiting.peek(now.level);
       __builtin_prefetch(level + soon);
       __builtin_prefetch(level + soon + around[0]);
@@ -169,19 +116,23 @@ flooded_nodes flood(L* level, unsigned start, const Around& around, bool last_ti
     }
 
     const unsigned full = now.number;
-    nodes.close(full, now.canonical ^ turn);
+    list.canonical[full] = now.canonical ^ turn;
+    list.upward[nfull++] = node_sheet::site(full);
     const unsigned below = waiting.next_below(now.level);
     if (below > left.back().component.level) {
       now = entered(below);
-      here = waiting.pop(below);
-    } else {
-      if (left.size() == 1) return nodes;
+      go_to(waiting.pop(below));
+    } else if (left.size() > 1) {
       now = left.back().component;
       here = left.back().site;
       next = left.back().neighbour;
       left.pop_back();
+    } else {
+      list.parent[full] = node_sheet::site(full);
+      nodes.resize(nentered);
+      return nodes;
     }
-    nodes.parent[full] = node_sheet::site(now.number);
+    list.parent[full] = node_sheet::site(now.number);
   }
 }
 

@@ -6,9 +6,12 @@
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/p_array.hpp>
 #include <qel/core/trait_image.hpp>
+#include <qel/core/util/priority_bits.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>
 #include <qel/morpho/tree/flood.hpp>
+#include <qel/morpho/tree/flooded_nodes.hpp>
+#include <qel/morpho/tree/level_queues.hpp>
 #include <qel/morpho/tree/node_table.hpp>
 #include <qel/morpho/tree/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
@@ -17,7 +20,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -30,7 +32,7 @@ namespace tree {
 namespace internal {
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
-/// the right and below are among them, so that a flood reaches every site.
+/// the right and below are among them, so that a flood reaches every site. Nor may there be too many levels, ever.
 template <typename I, typename N>
 bool can_be_flooded(const I& f, const N& nbh) {
   const auto& win = nbh.win();
@@ -44,7 +46,10 @@ bool can_be_flooded(const I& f, const N& nbh) {
     const dpoint2d dp = win.dp(i);
     if (std::abs(dp.row()) > border || std::abs(dp.col()) > border || !has(-dp)) return false;
   }
-  return has(dpoint2d(0, 1)) && has(dpoint2d(1, 0));
+  using value_t = typename I::value;
+  const std::size_t nlevels = std::size_t{f.domain().nsites()} + 1;
+  const bool levels_fit = levels_are_values<value_t> || util::priority_bits<most_layers<value_t>>::fits(nlevels);
+  return levels_fit && has(dpoint2d(0, 1)) && has(dpoint2d(1, 0));
 }
 
 template <std::size_t n, typename I, typename W>
@@ -64,6 +69,14 @@ flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
   return flood(around);
 }
 
+/// Calls `flood` with empty queues of these ranges; how many layers find the next level is known to the compiler.
+template <unsigned layers, unsigned most, typename Flood>
+flooded_nodes with_queues(std::vector<level_range>& ranges, unsigned* places, Flood flood) {
+  if constexpr (layers < most)
+    if (!util::priority_bits<layers>::fits(ranges.size())) return with_queues<layers + 1, most>(ranges, places, flood);
+  return flood(level_queues<layers>(ranges, places));
+}
+
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
 ///
 /// The scope keeps the name, and the steps, of the plain form: outlines of the two can be compared.
@@ -80,10 +93,12 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   qel::data::fill(levels, 0);
 
   const sweep_order order = order_of(f, s);
-  using by_value = std::bool_constant<levels_are_values<value_t>>;
-  level_queues waiting(set_sweep_levels(by_value(), f, s, order, levels), places.buffer());
+  std::vector<level_range> ranges = set_sweep_levels(f, s, order, levels);
+  const unsigned start = lowest_place(levels, ranges);
   flooded_nodes nodes = with_distances(f, nbh.win(), [&](const auto& around) {
-    return flood(levels.buffer(), f.index_of_point(s[0]), around, !order.raster_ties, waiting, table.number);
+    return with_queues<2, most_layers<value_t>>(ranges, places.buffer(), [&](auto queues) {
+      return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);
+    });
   });
 
   table.canonical.reserve(nodes.canonical.size());

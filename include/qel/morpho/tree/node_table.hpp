@@ -21,15 +21,15 @@ namespace tree {
 /// A component tree of an image of type I with numbers for names: what the walks over nodes need, close together in
 /// memory.
 ///
-/// Numbers run from 0 to the number of nodes less 1. Nodes that are neighbours in the image mostly have numbers near
-/// each other, so that a table by number is read nearly in sequence where the image is. Where a node is meant to be a
+/// Numbers run from 0 to the number of nodes less 1. After a flood, nodes that are neighbours in the image mostly have
+/// numbers near each other, so that a table by number is read nearly in sequence where the image is. Where a node is meant to be a
 /// site, for an algorithm that runs on trees and images, it is a site of the `internal::node_sheet`.
 template <typename I>
 struct node_table {
   /// A site of the image.
   using site = typename I::site;
 
-  /// Number of nodes: from 1, of a flat image, to one for each site.
+  /// Number of nodes: from 1, of a flat image, to one for each site; 0 for no sites.
   unsigned nnodes() const { return qel::internal::narrowed<unsigned>(canonical.size()); }
 
   typename trait::ch_value<I, unsigned>::ret number;  ///< the node of each site; the border means nothing

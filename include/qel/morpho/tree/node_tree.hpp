@@ -6,8 +6,9 @@
 //
 // The rules read and write nodes only. On the tree of an image, a node is its canonical site, and the nodes lie
 // scattered among the other sites. Here they lie close together: node number k is the site number k, in raster order,
-// of a sheet of its own, an ordinary image domain. So whatever takes a tree and an image (the rules, the attribute
-// image, `duplicate`) takes a node tree and an image of node values as well, and runs on a fraction of the memory.
+// of a sheet of its own, an ordinary image domain. So what asks a tree for its image, nodes, parents and root alone (the
+// rules, and the attribute image, which knows both kinds) takes a node tree and an image of node values as well, and
+// runs on a fraction of the memory. What asks for children or for sites that are no nodes does not.
 
 #include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>

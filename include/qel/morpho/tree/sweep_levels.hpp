@@ -12,6 +12,7 @@
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <type_traits>
@@ -33,16 +34,22 @@ inline constexpr bool levels_are_values = std::is_integral_v<T> && sizeof(T) <= 
 template <typename T>
 using sweep_level_t = std::conditional_t<sizeof(T) == 1, unsigned short, unsigned>;
 
+/// Layers of `util::priority_bits` that hold all levels of values of type T: 257, 65537, or as many as an image of less
+/// than 2^30 sites can have.
+template <typename T>
+inline constexpr unsigned most_layers = !levels_are_values<T> ? 5
+                                        : sizeof(T) == 1      ? 2
+                                                              : 3;
+
 /// The waiting places of one level: those in [bottom, top) are taken.
 struct level_range {
   unsigned bottom = 0;
   unsigned top = 0;
 };
 
-/// Gives the sites of the domain their levels from 1 up, from the values. Returns the empty ranges of the levels, each
-/// with room for all sites of its level.
-template <typename I, typename L, typename S>
-std::vector<level_range> set_sweep_levels(std::true_type, const I& f, const S&, const sweep_order& order, L& levels) {
+/// Levels that are the values themselves.
+template <typename I, typename L>
+std::vector<level_range> set_levels_by_value(const I& f, const sweep_order& order, L& levels) {
   using value_t = typename I::value;
   using limits = std::numeric_limits<value_t>;
   std::vector<level_range> ranges(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
@@ -63,9 +70,9 @@ std::vector<level_range> set_sweep_levels(std::true_type, const I& f, const S&, 
   return ranges;
 }
 
-/// The same by rank: the sites of one value stand together in `s`.
+/// Levels that are ranks: the sites of one value stand together in `s`.
 template <typename I, typename L, typename S>
-std::vector<level_range> set_sweep_levels(std::false_type, const I& f, const S& s, const sweep_order&, L& levels) {
+std::vector<level_range> set_levels_by_rank(const I& f, const S& s, L& levels) {
   std::vector<level_range> ranges(1);
   ranges.reserve(std::size_t{s.nsites()} + 1);
   const unsigned n = s.nsites();
@@ -84,6 +91,25 @@ std::vector<level_range> set_sweep_levels(std::false_type, const I& f, const S& 
     levels(p) = qel::internal::narrowed<unsigned>(ranges.size()) - 1;
   }
   return ranges;
+}
+
+/// Gives the sites of the domain their levels, from 1 up. Returns the empty ranges of the levels, each with room for all
+/// sites of its level.
+template <typename I, typename L, typename S>
+std::vector<level_range> set_sweep_levels(const I& f, const S& s, const sweep_order& order, L& levels) {
+  if constexpr (levels_are_values<typename I::value>)
+    return set_levels_by_value(f, order, levels);
+  else
+    return set_levels_by_rank(f, stored_sites(s), levels);
+}
+
+/// The place in their block of a site of the lowest level. `ranges` are those of the levels, still empty.
+template <typename L>
+unsigned lowest_place(const L& levels, const std::vector<level_range>& ranges) {
+  typename L::value lowest = 1;
+  while (std::size_t{lowest} + 1 < ranges.size() && ranges[std::size_t{lowest} + 1].bottom == 0) ++lowest;
+  const auto* const end = levels.buffer() + levels.nelements();
+  return qel::internal::narrowed<unsigned>(std::find(levels.buffer(), end, lowest) - levels.buffer());
 }
 
 }  // namespace internal

@@ -34,6 +34,12 @@ sweep_order order_of(const I& f, const S& s) {
   return order;
 }
 
+/// The sites of `s` where a loop reads them best: a site array is that itself.
+template <typename S>
+const S& stored_sites(const S& s) {
+  return s;
+}
+
 }  // namespace internal
 
 }  // namespace tree

@@ -2,11 +2,8 @@
 
 // The four rules, and the completion of the image after them.
 
-#include <qel/morpho/tree/filter/direct.hpp>
-#include <qel/morpho/tree/filter/max.hpp>
-#include <qel/morpho/tree/filter/min.hpp>
 #include <qel/morpho/tree/filter/propagate_to_descendants.hpp>
-#include <qel/morpho/tree/filter/sub.hpp>
+#include <qel/morpho/tree/filter/rules.hpp>
 
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
@@ -15,6 +12,7 @@
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -28,14 +26,6 @@ using qel::morpho::tree::propagate_representative;
 
 /// Passes where the mark of a node is `least` at least. Marks are from 0 to 99.
 auto marked(const image2d<int>& marks, int least) { return qel::pw::value_(marks) >= qel::pw::cst_(least); }
-
-template <typename T, typename F, typename P>
-void apply(const std::string& rule, const T& tree, F& f, const P& pred) {
-  if (rule == "min") filter::min(tree, f, pred);
-  if (rule == "max") filter::max(tree, f, pred);
-  if (rule == "direct") filter::direct(tree, f, pred);
-  if (rule == "sub") filter::sub(tree, f, pred);
-}
 
 /// An image like `f` of random values of any magnitude up to a limit, border included.
 template <typename V, typename T>
@@ -76,24 +66,30 @@ TYPED_TEST(filter_rules, laws) {
     const qel::morpho::tree::node_tree nodes(tree);
     image2d<int> node_marks(nodes.f().domain(), 0);
     for (unsigned k = 0; k < nodes.nnodes(); ++k) node_marks.element(k) = marks(nodes.table().canonical[k]);
-    for (const char* const rule : {"min", "max", "direct", "sub"}) {
+    for (const std::string rule : {"min", "max", "direct", "sub"}) {
       SCOPED_TRACE(rule);
       auto g = duplicate(f), all_removed = duplicate(f), of_nodes = duplicate(nodes.f());
-      apply(rule, tree, g, marked(marks, 0));
+      filter::apply_rule(rule, tree, g, marked(marks, 0));
       EXPECT_EQ(values(g), values(f));
 
-      apply(rule, tree, g, marked(marks, least));
+      filter::apply_rule(rule, tree, g, marked(marks, least));
       EXPECT_EQ(g(root), f(root));
+      auto deciding = duplicate(marks);  // the mark that decides about a node under the rule
+      const auto& leaves_first = tree.nodes().vect_;
+      for (auto n = leaves_first.begin(); rule == "max" && n != leaves_first.end(); ++n)
+        deciding(tree.parent(*n)) = std::max(deciding(tree.parent(*n)), deciding(*n));
+      for (auto n = leaves_first.rbegin(); rule == "min" && n != leaves_first.rend(); ++n)
+        deciding(*n) = std::min(deciding(*n), deciding(tree.parent(*n)));
       for (const point2d& p : tree.domain().vect_) {
-        const bool removed = tree.is_a_node(p) && marks(p) < least && rule != std::string("max");
-        if (removed || !tree.is_a_node(p)) {
+        const bool removed = tree.is_a_node(p) && deciding(p) < least;
+        if (removed || rule != "sub" || !tree.is_a_node(p)) {
           EXPECT_EQ(g(p), removed ? g(tree.parent(p)) : f(p));
         }
       }
-      apply(rule, nodes, of_nodes, marked(node_marks, least));
+      filter::apply_rule(rule, nodes, of_nodes, marked(node_marks, least));
       for (unsigned k = 0; k < nodes.nnodes(); ++k) EXPECT_EQ(of_nodes.element(k), g(nodes.table().canonical[k]));
 
-      apply(rule, tree, all_removed, marked(marks, 100));
+      filter::apply_rule(rule, tree, all_removed, marked(marks, 100));
       propagate_representative(tree, all_removed);
       EXPECT_EQ(values(all_removed), std::vector<TypeParam>(tree.domain().nsites(), f(root)));
     }
