@@ -107,6 +107,7 @@ void run_tree(const qel::image2d<T>& image, bool max_tree, const qel::neighb2d& 
   const auto values = qel::morpho::tree::compute_attribute_image(A(), made_nodes);
   sink.clock.lap(attribute);
   std::vector<decltype(qel::pw::value_(values) >= qel::pw::cst_(L()))> keep;
+  keep.reserve(thresholds.size());
   for (const L t : thresholds) keep.push_back(qel::pw::value_(values) >= qel::pw::cst_(t));
   qel::morpho::tree::filter_planes(made_nodes, keep, entry::named_rule{rule}, sink);
 }

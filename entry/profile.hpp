@@ -28,6 +28,7 @@ struct column_planes {
       return [of_node = plane.buffer()](unsigned number) { return static_cast<V>(of_node[number]); };
     };
     std::vector<decltype(value_in(values[0]))> functions;
+    functions.reserve(values.size());
     for (const F& plane : values) functions.push_back(value_in(plane));
     write_planes(nodes.table().number, functions, position);
     position += values.size() * nodes.table().number.domain().nsites();

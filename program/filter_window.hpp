@@ -6,9 +6,7 @@
 
 #include <qel/core/image2d.hpp>
 #include <qel/core/neighb2d.hpp>
-#include <qel/core/p_array.hpp>
 #include <qel/data/duplicate.hpp>
-#include <qel/data/sort_psites.hpp>
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/tree/compute_attribute_image.hpp>
 #include <qel/morpho/tree/compute_proof_image.hpp>
@@ -16,6 +14,7 @@
 #include <qel/morpho/tree/data.hpp>
 #include <qel/morpho/tree/filter/direct.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
+#include <qel/morpho/tree/sweep_sites.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
@@ -96,12 +95,13 @@ template <typename A, typename T>
 void filter_window(direction d, const window<T>& w, const rectangle& scene, const qel::neighb2d& neighborhood,
                    const std::vector<typename A::result>& thresholds, std::vector<block_plane<T>>& planes) {
   using image = qel::image2d<T>;
-  using tree_type = qel::morpho::tree::data<image, qel::p_array2d>;
   using range = std::numeric_limits<T>;
   namespace tree = qel::morpho::tree;
+  using sites_type = tree::sweep_sites<image>;
+  using tree_type = tree::data<image, sites_type>;
 
   const bool bright = d == direction::bright;
-  const auto sites = bright ? qel::data::sort_psites_increasing(w.values) : qel::data::sort_psites_decreasing(w.values);
+  const sites_type sites(w.values, bright);
   const tree_type whole(w.values, sites, neighborhood);
   const tree::node_tree<tree_type> nodes(whole);
   const auto attribute = tree::compute_attribute_image(A(), nodes);

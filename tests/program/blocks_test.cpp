@@ -4,6 +4,8 @@
 
 #include "program/block_profile.hpp"
 
+#include <qel/core/p_array.hpp>
+#include <qel/data/sort_psites.hpp>
 #include <qel/morpho/attribute/card.hpp>
 #include <qel/morpho/attribute/diagonal.hpp>
 #include <qel/morpho/tree/filter/max.hpp>

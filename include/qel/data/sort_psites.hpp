@@ -91,7 +91,7 @@ p_array2d sort_psites_decreasing_(trait::image::quant::high, const Image<I>& ima
 
 /// The sites of the domain by ascending value: the sweep order of a max-tree. Equal values stay in raster order.
 ///
-/// Cost: two passes for 8-bit values, three to eight for wider integers, n log n comparisons for `bool` and
+/// Cost: two passes for 8-bit values, two to eight for wider integers, n log n comparisons for `bool` and
 /// floating point.
 ///
 /// \pre    the domain has sites, and no value is NaN.
