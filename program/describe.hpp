@@ -36,8 +36,11 @@ std::vector<std::string> plane_descriptions(int band, const std::string& attribu
   const std::string name = "band " + std::to_string(band);
   std::vector<std::string> texts = {name};
   for (const L threshold : thresholds) {
-    texts.insert(texts.begin(), name + ", " + attribute + ", dark < " + text_of(threshold));
-    texts.push_back(name + ", " + attribute + ", bright < " + text_of(threshold));
+    const auto text = [&](const char* side) {
+      return std::string(name).append(", ").append(attribute).append(side).append(text_of(threshold));
+    };
+    texts.insert(texts.begin(), text(", dark < "));
+    texts.push_back(text(", bright < "));
   }
   return texts;
 }

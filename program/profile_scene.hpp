@@ -68,6 +68,7 @@ class scene_profile {
  private:
   static std::vector<threshold> converted(const std::vector<double>& numbers) {
     std::vector<threshold> thresholds;
+    thresholds.reserve(numbers.size());
     for (const double number : numbers) thresholds.push_back(qel::morpho::to_threshold<threshold>(number));
     return thresholds;
   }

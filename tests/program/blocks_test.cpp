@@ -173,7 +173,7 @@ TYPED_TEST(blocks, equal_the_whole_scene_under_every_rule) {
               for (std::size_t k = 0; k < 2; ++k)
                 for (std::int64_t r = block.row; r < block.end_row(); ++r)
                   for (std::int64_t c = block.col; c < block.end_col(); ++c)
-                    got[2 * (d == direction::bright) + k][static_cast<std::size_t>(r * scene.cols + c)] =
+                    got[(d == direction::bright ? 2u : 0u) + k][static_cast<std::size_t>(r * scene.cols + c)] =
                         planes[k].at(r, c);
             });
     } catch (const not_provable&) {

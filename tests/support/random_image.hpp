@@ -105,7 +105,8 @@ template <typename T>
 std::vector<T> distinct_values(std::size_t n, random_engine& engine) {
   const std::uint64_t step = std::max<std::uint64_t>(1, (std::uint64_t{1} << (sizeof(T) * 8 - 1)) / n);
   std::vector<T> result;
-  for (std::size_t i = 0; i < n; ++i) result.push_back(static_cast<T>(i * step - n / 2 * step));
+  const std::uint64_t least = 0 - n / 2 * step;
+  for (std::size_t i = 0; i < n; ++i) result.push_back(static_cast<T>(least + i * step));
   for (std::size_t i = n; i > 1; --i) {
     const std::size_t other = below(i, engine);
     const T last = result[i - 1];
@@ -143,8 +144,10 @@ matrix<T> random_image(std::size_t rows, std::size_t cols, flavour kind, random_
         return distinct[row * cols + col];
       case flavour::constant:
         return first;
-      case flavour::ramp:
-        return static_cast<T>((row_slope * row + col_slope * col) / flatness + below(3, engine));
+      case flavour::ramp: {
+        const std::size_t height = (row_slope * row + col_slope * col) / flatness;
+        return static_cast<T>(height + below(3, engine));
+      }
       default:
         return (row + col) % 2 == 0 ? first : second;
     }

@@ -48,6 +48,7 @@ void profile_of_tree(const I& input, bool max_tree, const N& nbh, const A& a, co
   const tree::node_tree<tree_type> nodes(tree);
   const auto attribute = tree::compute_attribute_image(a, nodes);
   std::vector<decltype(pw::value_(attribute) >= pw::cst_(L()))> reaches;
+  reaches.reserve(thresholds.size());
   for (const L threshold : thresholds) reaches.push_back(pw::value_(attribute) >= pw::cst_(threshold));
   tree::filter_planes(nodes, reaches, rule, sink);
 }

@@ -10,6 +10,8 @@
 #include <qel/morpho/attribute/inertia.hpp>
 #include <qel/morpho/tree/filter/rules.hpp>
 
+#include <algorithm>
+#include <initializer_list>
 #include <string>
 #include <tuple>
 
@@ -30,7 +32,10 @@ struct named_attribute {
   const char* default_rule;  ///< the rule of a call that gives none
 
   /// Names are compared exactly, case included.
-  bool is_called(const std::string& text) const { return text == short_name || text == name; }
+  bool is_called(const std::string& text) const {
+    const auto names = {short_name, name};
+    return std::find(names.begin(), names.end(), text) != names.end();
+  }
 };
 
 /// The attributes of images of type I. Where one never shrinks from a node to its parent (`attribute::is_increasing`)

@@ -62,7 +62,7 @@ class data {
   ///
   /// Cost: that of `compute_node_table`.
   ///
-  /// \pre    `s` holds every site of the domain of `f` once, as the sorts give them; the domain has sites.
+  /// \pre    `s` holds every site of the domain of `f` once, as the sorts give them; or it is empty, and so is the tree.
   /// \throws std::bad_alloc
   template <typename N>
   data(const Image<I>& f, const Site_Set<S>& s, const Neighborhood<N>& nbh)
