@@ -48,7 +48,7 @@ bool can_be_flooded(const I& f, const N& nbh) {
   }
   using value_t = typename I::value;
   const std::size_t nlevels = std::size_t{f.domain().nsites()} + 1;
-  const bool levels_fit = levels_are_values<value_t> || util::priority_bits<most_layers<value_t>>::fits(nlevels);
+  const bool levels_fit = levels_are_values<value_t> || util::priority_bits<most_layers<value_t>()>::fits(nlevels);
   return levels_fit && has(dpoint2d(0, 1)) && has(dpoint2d(1, 0));
 }
 
@@ -96,7 +96,7 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   std::vector<level_range> ranges = set_sweep_levels(f, s, order, levels);
   const unsigned start = lowest_place(levels, ranges);
   flooded_nodes nodes = with_distances(f, nbh.win(), [&](const auto& around) {
-    return with_queues<2, most_layers<value_t>>(ranges, places.buffer(), [&](auto queues) {
+    return with_queues<2, most_layers<value_t>()>(ranges, places.buffer(), [&](auto queues) {
       return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);
     });
   });

@@ -37,9 +37,10 @@ using sweep_level_t = std::conditional_t<sizeof(T) == 1, unsigned short, unsigne
 /// Layers of `util::priority_bits` that hold all levels of values of type T: 257, 65537, or as many as an image of less
 /// than 2^30 sites can have.
 template <typename T>
-inline constexpr unsigned most_layers = !levels_are_values<T> ? 5
-                                        : sizeof(T) == 1      ? 2
-                                                              : 3;
+constexpr unsigned most_layers() {
+  if (!levels_are_values<T>) return 5;
+  return sizeof(T) == 1 ? 2 : 3;
+}
 
 /// The waiting places of one level: those in [bottom, top) are taken.
 struct level_range {

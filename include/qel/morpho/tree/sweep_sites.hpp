@@ -76,8 +76,10 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
 
   /// The order, without a look at the sites.
   friend internal::sweep_order order_of(const I&, const sweep_sites& s) {
-    using quant = typename trait::image_<I>::quant;
-    return {s.increasing_, s.increasing_ || std::is_same_v<quant, trait::image::quant::low>};
+    internal::sweep_order order;
+    order.increasing = s.increasing_;
+    order.raster_ties = s.increasing_ || std::is_same_v<typename trait::image_<I>::quant, trait::image::quant::low>;
+    return order;
   }
 
   /// For loops over all sites.
