@@ -75,12 +75,13 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   bool is_valid() const { return true; }
 
   /// The order, without a look at the sites.
-  friend internal::sweep_order order_of(const I&, const sweep_sites& s) {
-    internal::sweep_order order;
-    order.increasing = s.increasing_;
-    order.raster_ties = s.increasing_ || std::is_same_v<typename trait::image_<I>::quant, trait::image::quant::low>;
-    return order;
+  internal::sweep_order order() const {
+    using quant = typename trait::image_<I>::quant;
+    return {increasing_, increasing_ || std::is_same_v<quant, trait::image::quant::low>};
   }
+
+  /// What a flood asks instead of the sites.
+  friend auto order_of(const I&, const sweep_sites& s) { return s.order(); }
 
   /// For loops over all sites.
   friend const p_array2d& stored_sites(const sweep_sites& s) { return s.array(); }
