@@ -63,7 +63,8 @@ void fill_with_image_fast(Image<I>& ima, const Image<J>& data) {
   fwd_pixter2d<I> dest(qel::internal::force_exact<I>(ima));
   src.start();
   for (dest.start(); dest.is_valid(); src.next(), dest.next())
-    dest.val() = src.val();  // NOLINT(bugprone-signed-char-misuse,cert-str34-c): a grey level, no character
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): a grey level, no character
+    dest.val() = static_cast<typename I::value>(src.val());
   trace::exiting("data::impl::fill_with_image_fast");
 }
 

@@ -9,6 +9,8 @@
 #include <qel/morpho/attribute/card.hpp>
 #include <qel/morpho/attribute/diagonal.hpp>
 
+#include <cstdint>
+
 #include "tests/unit/unit.hpp"
 
 namespace {
@@ -46,7 +48,7 @@ TYPED_TEST_SUITE(fill, support::value_types, support::value_type_names);
 TYPED_TEST(fill, an_image_or_a_value) {
   const auto number = [](unsigned j) { return static_cast<TypeParam>(j); };
   check_fill<TypeParam>(number);
-  check_fill<long>(number);
+  check_fill<std::int64_t>(number);
 }
 
 TEST(fill, an_image_of_accumulators_gives_their_results) {
