@@ -19,7 +19,6 @@
 // No recursion: open components, one for each level at most, stand on a stack on the heap.
 
 #include <qel/core/image2d.hpp>
-#include <qel/core/internal/narrowed.hpp>
 #include <qel/morpho/tree/flooded_nodes.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 
@@ -42,28 +41,26 @@ struct open_component {
   unsigned canonical;  ///< the best candidate so far, as a place in the block, turned round if the last one is sought
 };
 
-/// An open component that the flood has left for one inside, and where it goes on when it is back.
+/// An open component that the flood has left for one inside, and the site on which it goes on when it is back.
 struct left_component {
   open_component component;
   unsigned site;
-  unsigned neighbour;
 };
 
 /// Floods the sites of `level`, a block in which the sites not to be visited have level 0.
 ///
-/// What the inner loops read is given by value: a reference would be read again after each store.
+/// What the inner loops read is given by value: what a reference leads to would be read again after each store.
 ///
 /// \param level     at each place, the level of its site; all are 0 in the end.
 /// \param start     a place of the lowest level.
 /// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood.
 /// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
-/// \param waiting   empty `level_queues`.
+/// \param waiting   empty `level_queues` or `level_lists`.
 /// \param numbers   receives the number of each site's node; its block is laid out like that of the levels.
 /// \throws std::bad_alloc
 template <typename L, typename Around, typename Queues>
 flooded_nodes flood(L* const level, const unsigned start, const Around around, const bool last_ties, Queues waiting,
                     image2d<unsigned>& numbers) {
-  const auto n = qel::internal::narrowed<unsigned>(around.size());
   // The least canonical place is sought: places are turned round where it is the last one.
   const unsigned turn = last_ties ? ~0u : 0u;
   unsigned* const number = numbers.buffer();
@@ -80,38 +77,41 @@ flooded_nodes flood(L* const level, const unsigned start, const Around around, c
     return open_component{l, nentered++, ~0u};
   };
 
-  std::vector<left_component> left(1, left_component{{0, 0, 0}, 0, 0});  // below the root
+  std::vector<left_component> left(1, left_component{{0, 0, 0}, 0});  // below the root
   open_component now = entered(level[start]);
   unsigned here = start;
-  unsigned next = 0;
-  const auto go_to = [&](unsigned site) {
-    here = site;
-    next = 0;
-  };
   level[start] = 0;
   for (;;) {
-    while (next < n) {
-      const unsigned there = here + static_cast<unsigned>(around[next++]);
+    // The neighbours behind one that is above have their turn when the flood is back: they are all looked at again then.
+    unsigned above = 0;
+    unsigned above_level = 0;
+    for (std::size_t i = 0; i < around.size(); ++i) {
+      const unsigned there = here + static_cast<unsigned>(around[i]);
       const unsigned l = level[there];
       if (l == 0) continue;
       level[there] = 0;
-      if (l <= now.level) {
-        waiting.push(l, there);
-        continue;
+      if (l > now.level) {
+        above = there;
+        above_level = l;
+        break;
       }
-      left.push_back({now, here, next});
-      now = entered(l);
-      go_to(there);
+      waiting.push(l, there);
+    }
+    if (above_level != 0) {
+      left.push_back({now, here});
+      now = entered(above_level);
+      here = above;
+      continue;
     }
 
     number[here] = now.number;
     now.canonical = std::min(now.canonical, here ^ turn);
     if (!waiting.is_empty(now.level)) {
-      go_to(waiting.pop(now.level));
-      const unsigned soon = waiting.peek(now.level);
+      here = waiting.pop(now.level);
+      const unsigned soon = waiting.peek(now.level, here);
       __builtin_prefetch(level + soon);
-      __builtin_prefetch(level + soon + around[0]);
-      __builtin_prefetch(level + soon + around[n - 1]);
+      __builtin_prefetch(level + soon + around.front());
+      __builtin_prefetch(level + soon + around.back());
       continue;
     }
 
@@ -121,11 +121,10 @@ flooded_nodes flood(L* const level, const unsigned start, const Around around, c
     const unsigned below = waiting.next_below(now.level);
     if (below > left.back().component.level) {
       now = entered(below);
-      go_to(waiting.pop(below));
+      here = waiting.pop(below);
     } else if (left.size() > 1) {
       now = left.back().component;
       here = left.back().site;
-      next = left.back().neighbour;
       left.pop_back();
     } else {
       list.parent[full] = node_sheet::site(full);

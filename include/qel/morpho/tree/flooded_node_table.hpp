@@ -11,6 +11,7 @@
 #include <qel/data/initialize.hpp>
 #include <qel/morpho/tree/flood.hpp>
 #include <qel/morpho/tree/flooded_nodes.hpp>
+#include <qel/morpho/tree/level_lists.hpp>
 #include <qel/morpho/tree/level_queues.hpp>
 #include <qel/morpho/tree/node_table.hpp>
 #include <qel/morpho/tree/sweep_levels.hpp>
@@ -69,12 +70,20 @@ flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
   return flood(around);
 }
 
-/// Calls `flood` with empty queues of these ranges; how many layers find the next level is known to the compiler.
-template <unsigned layers, unsigned most, typename Flood>
-flooded_nodes with_queues(std::vector<level_range>& ranges, unsigned* places, Flood flood) {
+/// Calls `flood` with empty queues: arrays or, with many levels, linked lists. How many layers find the next level is known
+/// to the compiler.
+///
+/// \param below  for each level, the number of sites that have a lower one.
+/// \param places,numbers images that have not been set.
+template <unsigned layers, unsigned most, typename P, typename N, typename Flood>
+flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, Flood flood) {
   if constexpr (layers < most)
-    if (!util::priority_bits<layers>::fits(ranges.size())) return with_queues<layers + 1, most>(ranges, places, flood);
-  return flood(level_queues<layers>(ranges, places));
+    if (!util::priority_bits<layers>::fits(below.size()))
+      return with_queues<layers + 1, most>(below, places, numbers, flood);
+  if constexpr (layers <= 3)
+    return flood(level_queues<layers>(below, places.buffer()));
+  else
+    return flood(level_lists<layers>(std::move(below), numbers.buffer()));
 }
 
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
@@ -93,10 +102,10 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   qel::data::fill(levels, 0);
 
   const sweep_order order = order_of(f, s);
-  std::vector<level_range> ranges = set_sweep_levels(f, s, order, levels);
-  const unsigned start = lowest_place(levels, ranges);
+  std::vector<unsigned> below = set_sweep_levels(f, s, order, levels);
+  const unsigned start = lowest_place(levels, below);
   flooded_nodes nodes = with_distances(f, nbh.win(), [&](const auto& around) {
-    return with_queues<2, most_layers<value_t>()>(ranges, places.buffer(), [&](auto queues) {
+    return with_queues<2, most_layers<value_t>()>(below, places, table.number, [&](auto queues) {
       return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);
     });
   });

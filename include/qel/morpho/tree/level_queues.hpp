@@ -3,8 +3,8 @@
 #define QEL_MORPHO_TREE_LEVEL_QUEUES_HPP
 
 #include <qel/core/util/priority_bits.hpp>
-#include <qel/morpho/tree/sweep_levels.hpp>
 
+#include <algorithm>
 #include <vector>
 
 namespace qel {
@@ -22,11 +22,13 @@ namespace internal {
 template <unsigned layers>
 class level_queues {
  public:
-  /// \param ranges the empty ranges of the levels, kept by the caller.
+  /// \param below  for each level, the number of sites that have a lower one.
   /// \param places room for as many sites as there are, kept by the caller.
   /// \throws std::bad_alloc
-  level_queues(std::vector<level_range>& ranges, unsigned* places)
-      : ranges_(ranges.data()), places_(places), levels_(ranges.size()) {}
+  level_queues(const std::vector<unsigned>& below, unsigned* places) : places_(places), levels_(below.size()) {
+    ranges_.reserve(below.size());
+    for (const unsigned first : below) ranges_.push_back({first, first});
+  }
 
   void push(unsigned level, unsigned site) {
     places_[ranges_[level].top++] = site;
@@ -38,11 +40,11 @@ class level_queues {
   /// \pre the level's queue is not empty.
   unsigned pop(unsigned level) { return places_[--ranges_[level].top]; }
 
-  /// A site of the level that will be popped soon, if there is one: worth fetching from memory.
-  /// \pre a site has been popped from the level.
-  unsigned peek(unsigned level) const {
-    const level_range& range = ranges_[level];
-    return places_[range.top - range.bottom < 2 ? range.bottom : range.top - 2];
+  /// A site of the level that will be popped soon: worth fetching from memory. If there is none, `popped` or another site of
+  /// the level. \pre `popped` has just been popped from the level.
+  unsigned peek(unsigned level, unsigned popped) const {
+    const range& taken = ranges_[level];
+    return taken.top == taken.bottom ? popped : places_[std::max(taken.bottom + 2, taken.top) - 2];
   }
 
   /// Leaves the empty `level`; the highest level below it that sites have been pushed to and that has not been left since,
@@ -54,7 +56,13 @@ class level_queues {
   }
 
  private:
-  level_range* ranges_;
+  /// The places of one level: those in [bottom, top) are taken.
+  struct range {
+    unsigned bottom;
+    unsigned top;
+  };
+
+  std::vector<range> ranges_;
   unsigned* places_;
   util::priority_bits<layers> levels_;
 };

@@ -9,6 +9,7 @@
 
 #include <qel/core/box_piter.hpp>
 #include <qel/core/image2d.hpp>
+#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
 
@@ -16,6 +17,7 @@
 #include <cstddef>
 #include <limits>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace qel {
@@ -42,41 +44,32 @@ constexpr unsigned most_layers() {
   return sizeof(T) == 1 ? 2 : 3;
 }
 
-/// The waiting places of one level: those in [bottom, top) are taken.
-struct level_range {
-  unsigned bottom = 0;
-  unsigned top = 0;
-};
-
 /// Levels that are the values themselves.
 template <typename I, typename L>
-std::vector<level_range> set_levels_by_value(const I& f, const sweep_order& order, L& levels) {
+std::vector<unsigned> set_levels_by_value(const I& f, const sweep_order& order, L& levels) {
   using value_t = typename I::value;
   using limits = std::numeric_limits<value_t>;
-  std::vector<level_range> ranges(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
+  std::vector<unsigned> counts(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
   const int sign = order.increasing ? 1 : -1;
   const int before_first = (order.increasing ? limits::min() : -limits::max()) - 1;
   box_fwd_piter_<typename I::site> p(f.domain());
   for (p.start(); p.is_valid(); p.next()) {
     const auto level = qel::internal::narrowed<typename L::value>(sign * f(p) - before_first);
     levels(p) = level;
-    ++ranges[level].top;
+    ++counts[level];
   }
-  unsigned first = 0;
-  for (level_range& range : ranges) {
-    const unsigned count = range.top;
-    range.bottom = range.top = first;
-    first += count;
-  }
-  return ranges;
+  unsigned below = 0;
+  for (unsigned& count : counts) below += std::exchange(count, below);
+  return counts;
 }
 
 /// Levels that are ranks: the sites of one value stand together in `s`.
 template <typename I, typename L, typename S>
-std::vector<level_range> set_levels_by_rank(const I& f, const S& s, L& levels) {
-  std::vector<level_range> ranges(1);
-  ranges.reserve(std::size_t{s.nsites()} + 1);
+std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
   const unsigned n = s.nsites();
+  std::vector<unsigned> below;
+  qel::internal::reserve_large(below, std::size_t{n} + 1);
+  below.push_back(0);
   // The walk jumps about in the image: what it needs soon is fetched from memory ahead of it.
   constexpr unsigned ahead = 24;
   typename I::value last{};
@@ -87,28 +80,28 @@ std::vector<level_range> set_levels_by_rank(const I& f, const S& s, L& levels) {
     }
     const auto& p = s[i];
     const typename I::value v = f(p);
-    if (i == 0 || v != last) ranges.push_back({i, i});
+    if (i == 0 || v != last) below.push_back(i);
     last = v;
-    levels(p) = qel::internal::narrowed<unsigned>(ranges.size()) - 1;
+    levels(p) = qel::internal::narrowed<unsigned>(below.size()) - 1;
   }
-  return ranges;
+  return below;
 }
 
-/// Gives the sites of the domain their levels, from 1 up. Returns the empty ranges of the levels, each with room for all
-/// sites of its level.
+/// Gives the sites of the domain their levels, from 1 up. Returns for each level the number of sites that have a lower one.
 template <typename I, typename L, typename S>
-std::vector<level_range> set_sweep_levels(const I& f, const S& s, const sweep_order& order, L& levels) {
+std::vector<unsigned> set_sweep_levels(const I& f, const S& s, const sweep_order& order, L& levels) {
   if constexpr (levels_are_values<typename I::value>)
     return set_levels_by_value(f, order, levels);
   else
     return set_levels_by_rank(f, stored_sites(s), levels);
 }
 
-/// The place in their block of a site of the lowest level. `ranges` are those of the levels, still empty.
+/// The place in their block of a site of the lowest level. `below` tells for each level the number of sites that have a
+/// lower one.
 template <typename L>
-unsigned lowest_place(const L& levels, const std::vector<level_range>& ranges) {
+unsigned lowest_place(const L& levels, const std::vector<unsigned>& below) {
   typename L::value lowest = 1;
-  while (std::size_t{lowest} + 1 < ranges.size() && ranges[std::size_t{lowest} + 1].bottom == 0) ++lowest;
+  while (std::size_t{lowest} + 1 < below.size() && below[std::size_t{lowest} + 1] == 0) ++lowest;
   const auto* const end = levels.buffer() + levels.nelements();
   return qel::internal::narrowed<unsigned>(std::find(levels.buffer(), end, lowest) - levels.buffer());
 }

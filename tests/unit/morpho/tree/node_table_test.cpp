@@ -4,12 +4,16 @@
 
 #include <qel/morpho/tree/node_table.hpp>
 
+#include <qel/core/util/priority_bits.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/compute_parent_generic.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 
 #include <algorithm>
+#include <random>
+#include <set>
+#include <vector>
 
 #include "tests/unit/unit.hpp"
 
@@ -57,21 +61,35 @@ void expect_consistent(const tree::node_table<I>& table) {
 }
 
 template <typename T>
+void expect_tree_of_union_find(const image2d<T>& f, const neighb2d& nbh, const p_array2d& s) {
+  SCOPED_TRACE(::testing::Message() << nbh.size() << " neighbours");
+  const auto table = tree::compute_node_table(f, nbh, s);
+  const auto plain = values(tree::impl::generic::compute_parent(f, nbh, s));
+  EXPECT_EQ(values(tree::compute_parent(f, nbh, s)), plain);
+  EXPECT_EQ(values(tree::internal::parent_image_of(f, table)), plain);
+  expect_consistent(table);
+}
+
+template <typename T>
 class node_table : public ::testing::Test {};
 TYPED_TEST_SUITE(node_table, tree_types, support::value_type_names);
 
 TYPED_TEST(node_table, is_that_of_union_find_for_every_sweep_and_neighbourhood) {
   for_random_images<TypeParam>([](const image2d<TypeParam>& f, auto&) {
     for (const p_array2d& s : sweeps(f))
-      for (const neighb2d* nbh : {&c4(), &c8(), &six, &far, &too_far, &one_sided, &along_rows}) {
-        SCOPED_TRACE(::testing::Message() << nbh->size() << " neighbours");
-        const auto table = tree::compute_node_table(f, *nbh, s);
-        const auto plain = values(tree::impl::generic::compute_parent(f, *nbh, s));
-        EXPECT_EQ(values(tree::compute_parent(f, *nbh, s)), plain);
-        EXPECT_EQ(values(tree::internal::parent_image_of(f, table)), plain);
-        expect_consistent(table);
-      }
+      for (const neighb2d* nbh : {&c4(), &c8(), &six, &far, &too_far, &one_sided, &along_rows})
+        expect_tree_of_union_find(f, *nbh, s);
   });
+}
+
+// Sites wait in lists then; some levels have several.
+TEST(node_table, is_that_of_union_find_for_more_levels_than_three_layers_of_bits_hold) {
+  image2d<int> f(box2d({0, 0}, {639, 511}));
+  std::mt19937 engine(7);
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<int>(engine() % 2000000);
+  const std::vector<int> all = values(f);
+  ASSERT_FALSE(qel::util::priority_bits<3>::fits(std::set<int>(all.begin(), all.end()).size()));
+  for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
 }
 
 TEST(node_table, of_no_sites_has_no_nodes) {
