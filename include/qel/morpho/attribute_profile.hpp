@@ -5,7 +5,8 @@
 // The attribute profile of an image: N filtered images from the min-tree, the image itself, N from the max-tree.
 //
 // Trees and attributes are computed once for each direction; a threshold costs a walk over the nodes and one over the
-// pixels. The trees are made one after the other, for a tree is most of the memory.
+// pixels. The trees are made one after the other, for a tree is most of the memory. If the sites are sorted at all, it is
+// once: the second tree takes them the other way round.
 //
 // The planes go to a sink, which decides what becomes of them: `plane_images` and `raster_planes` in
 // profile_planes.hpp, or one of your own with two operations, called in the order of the planes:
@@ -38,12 +39,11 @@ namespace morpho {
 
 namespace internal {
 
-/// The planes of the max-tree or the min-tree, one for each threshold in the order given.
+/// The planes of the tree that `sites` sweep, one for each threshold in the order given.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
-void profile_of_tree(const I& input, bool max_tree, const N& nbh, const A& a, const std::vector<L>& thresholds,
-                     const Rule& rule, Sink& sink) {
+void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N& nbh, const A& a,
+                     const std::vector<L>& thresholds, const Rule& rule, Sink& sink) {
   using tree_type = tree::data<I, tree::sweep_sites<I>>;
-  const tree::sweep_sites<I> sites(input, max_tree);
   const tree_type tree(input, sites, nbh);
   const tree::node_tree<tree_type> nodes(tree);
   const auto attribute = tree::compute_attribute_image(a, nodes);
@@ -76,9 +76,11 @@ void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const 
   const A& exact_a = qel::internal::force_exact<A>(a);
   const std::vector<L> reversed(thresholds.rbegin(), thresholds.rend());
 
-  internal::profile_of_tree(input, false, exact_nbh, exact_a, reversed, rule, sink);
+  tree::sweep_sites<I> sites(input, false);
+  internal::profile_of_tree(input, sites, exact_nbh, exact_a, reversed, rule, sink);
   sink.input(duplicate(input));
-  internal::profile_of_tree(input, true, exact_nbh, exact_a, thresholds, rule, sink);
+  sites.turn();
+  internal::profile_of_tree(input, sites, exact_nbh, exact_a, thresholds, rule, sink);
 }
 
 }  // namespace morpho

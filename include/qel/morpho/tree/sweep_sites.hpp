@@ -12,6 +12,7 @@
 #include <qel/morpho/tree/sweep_order.hpp>
 #include <qel/trace/trace.hpp>
 
+#include <algorithm>
 #include <type_traits>
 
 namespace qel {
@@ -51,6 +52,20 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   /// Not assigned.
   sweep_sites& operator=(const sweep_sites&) = delete;
 
+  /// Turns to the other direction: what has been given out before ends here. Where the one array is the mirror of the other,
+  /// that is with values of more than 8 bits, an array made before is turned round, in one pass and no new memory;
+  /// otherwise it is released.
+  ///
+  /// \throws std::bad_alloc with tracing on.
+  void turn() {
+    increasing_ = !increasing_;
+    if (trace::quiet && is_mirrored())
+      std::reverse(array_.vect_.begin(), array_.vect_.end());
+    else
+      array_ = p_array2d();
+    if (!trace::quiet) array();
+  }
+
   /// The sorted sites. Made at the first call.
   ///
   /// Cost of the first call: that of the sort, and 4 bytes a site.
@@ -75,10 +90,7 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   bool is_valid() const { return true; }
 
   /// The order, without a look at the sites.
-  internal::sweep_order order() const {
-    using quant = typename trait::image_<I>::quant;
-    return {increasing_, increasing_ || std::is_same_v<quant, trait::image::quant::low>};
-  }
+  internal::sweep_order order() const { return {increasing_, increasing_ || !is_mirrored()}; }
 
   /// What a flood asks instead of the sites.
   friend auto order_of(const I&, const sweep_sites& s) { return s.order(); }
@@ -87,6 +99,11 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   friend const p_array2d& stored_sites(const sweep_sites& s) { return s.array(); }
 
  private:
+  /// Whether one array is the exact mirror of the other, ties included.
+  static constexpr bool is_mirrored() {
+    return std::is_same_v<typename trait::image_<I>::quant, trait::image::quant::high>;
+  }
+
   const I& f_;
   bool increasing_;
   mutable p_array2d array_;
