@@ -63,12 +63,12 @@ class planes {
   using function = typename node_tree<T>::function;
 
   /// `n` planes, in which the root has its value. \throws std::bad_alloc
-  planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), n_(n) {
+  planes(const node_tree<T>& nodes, std::size_t n)
+      : input_(nodes.f().buffer()), root_(tree::internal::node_sheet::number(nodes.nodes().vect_.back())), n_(n) {
     images_.reserve(n);
     for (std::size_t k = 0; k < n; ++k) {
-      function& image = images_.emplace_back(nodes.f().domain(), 0);
-      image(nodes.nodes().vect_.back()) = nodes.f()(nodes.nodes().vect_.back());
-      plane_[k] = image.buffer();
+      plane_[k] = images_.emplace_back(nodes.f().domain(), 0).buffer();
+      plane_[k][root_] = input_[root_];
     }
   }
 
@@ -85,7 +85,9 @@ class planes {
     const value own_of_parent = input_[parent];
     for (std::size_t k = 0; k < n_; ++k) {
       const value above = plane_[k][parent];
-      plane_[k][node] = (removed >> k & 1) != 0 ? above : difference(own, difference(own_of_parent, above));
+      // The root stays where it is, also where its value is infinite.
+      const value moved = parent == root_ ? value() : difference(own_of_parent, above);
+      plane_[k][node] = (removed >> k & 1) != 0 ? above : difference(own, moved);
     }
   }
 
@@ -93,6 +95,7 @@ class planes {
 
  private:
   const value* input_;
+  unsigned root_;
   std::size_t n_;
   std::array<value*, filter::internal::most_predicates> plane_;
   std::vector<function> images_;
