@@ -24,12 +24,12 @@ namespace tree {
 namespace internal {
 
 /// How many planes go out together: as many as have node values of 8 bytes a pixel or less together, which is what the
-/// flood had for levels and queues and has given back.
+/// flood had for levels and queues and has given back; but 16 at most, for more save no time worth their memory.
 template <typename T>
 std::size_t planes_at_once(const node_tree<T>& nodes) {
   const std::size_t budget = std::size_t{8} * nodes.table().number.domain().nsites();
   const std::size_t plane = sizeof(typename node_tree<T>::value) * std::size_t{nodes.nnodes()};
-  return std::max<std::size_t>(1, budget / plane);
+  return std::clamp<std::size_t>(budget / plane, 1, 16);
 }
 
 }  // namespace internal
