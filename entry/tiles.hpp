@@ -5,9 +5,9 @@
 // Copies between the host's column-major blocks and images with contiguous rows.
 //
 // One of the two is strided whichever way a plain double loop is nested: a new cache line, and soon a new page, for
-// every element. Here the elements go by tiles of some columns, which lie in the nearest cache. A tile is high, for its
-// columns are pieces of memory that are far apart, often by a power of two, and the more a piece holds the better; the
-// next tile goes on where it ends.
+// every element. Here the elements go by tiles, which lie in the nearest cache. The columns of a tile are pieces of memory
+// that are far apart, often by a power of two, and the more a piece holds the better; the next tile goes on where it
+// ends. A tile is square, for pixels that are near each other share nodes, whose values are looked up.
 
 #include <algorithm>
 #include <array>
@@ -18,8 +18,8 @@ namespace entry {
 
 namespace internal {
 
-inline constexpr std::size_t tile_rows = 128;
-inline constexpr std::size_t tile_cols = 16;
+inline constexpr std::size_t tile_rows = 64;
+inline constexpr std::size_t tile_cols = 64;
 
 /// Calls `visit(row, col, height, width)` for each tile of a matrix of `rows` x `cols` elements, column by column.
 template <typename Visit>

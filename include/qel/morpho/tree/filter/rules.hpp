@@ -4,10 +4,12 @@
 
 // The rules as objects, and by the names that users know.
 
+#include <qel/morpho/tree/filter/batch.hpp>
 #include <qel/morpho/tree/filter/direct.hpp>
 #include <qel/morpho/tree/filter/max.hpp>
 #include <qel/morpho/tree/filter/min.hpp>
 #include <qel/morpho/tree/filter/sub.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
 
 #include <string>
 #include <tuple>
@@ -20,7 +22,8 @@ namespace tree {
 
 namespace filter {
 
-/// A rule is a type with a name and a call: the rules themselves are function templates, which can't be passed on.
+/// A rule is a type with a name and a call: the rules themselves are function templates, which can't be passed on. With
+/// `batch` it gives the results of many predicates at once; a rule need not have it.
 namespace rule {
 
 /// A node survives if it and all its ancestors pass.
@@ -31,6 +34,11 @@ struct min {
   template <typename T, typename F, typename P>
   void operator()(const T& tree, F& image, const P& keep) const {
     filter::min(tree, image, keep);
+  }
+  /// See `filter::batch::min`.
+  template <typename T, typename P>
+  auto batch(const node_tree<T>& nodes, const P* first, const P* last) const {
+    return filter::batch::min(nodes, first, last);
   }
 };
 
@@ -43,6 +51,11 @@ struct max {
   void operator()(const T& tree, F& image, const P& keep) const {
     filter::max(tree, image, keep);
   }
+  /// See `filter::batch::max`.
+  template <typename T, typename P>
+  auto batch(const node_tree<T>& nodes, const P* first, const P* last) const {
+    return filter::batch::max(nodes, first, last);
+  }
 };
 
 /// Each node is judged by itself.
@@ -53,6 +66,11 @@ struct direct {
   template <typename T, typename F, typename P>
   void operator()(const T& tree, F& image, const P& keep) const {
     filter::direct(tree, image, keep);
+  }
+  /// See `filter::batch::direct`.
+  template <typename T, typename P>
+  auto batch(const node_tree<T>& nodes, const P* first, const P* last) const {
+    return filter::batch::direct(nodes, first, last);
   }
 };
 
@@ -65,6 +83,11 @@ struct sub {
   void operator()(const T& tree, F& image, const P& keep) const {
     filter::sub(tree, image, keep);
   }
+  /// See `filter::batch::sub`.
+  template <typename T, typename P>
+  auto batch(const node_tree<T>& nodes, const P* first, const P* last) const {
+    return filter::batch::sub(nodes, first, last);
+  }
 };
 
 }  // namespace rule
@@ -72,16 +95,21 @@ struct sub {
 /// All of them.
 inline constexpr auto rules = std::make_tuple(rule::min(), rule::max(), rule::direct(), rule::sub());
 
-/// Calls the rule called `name`; false if there is none, and nothing is changed then. Names are compared exactly, case
-/// included.
-template <typename T, typename F, typename P>
-bool apply_rule(const std::string& name, const T& tree, F& image, const P& keep) {
-  const auto applied = [&](const auto& candidate) {
+/// Calls `use(rule)` with the rule called `name`; false if there is none. Names are compared exactly, case included.
+template <typename Use>
+bool with_rule(const std::string& name, Use use) {
+  const auto used = [&](const auto& candidate) {
     if (name != candidate.name) return false;
-    candidate(tree, image, keep);
+    use(candidate);
     return true;
   };
-  return std::apply([&](const auto&... candidates) { return (applied(candidates) || ...); }, rules);
+  return std::apply([&](const auto&... candidates) { return (used(candidates) || ...); }, rules);
+}
+
+/// Calls the rule called `name`; false if there is none, and nothing is changed then.
+template <typename T, typename F, typename P>
+bool apply_rule(const std::string& name, const T& tree, F& image, const P& keep) {
+  return with_rule(name, [&](const auto& rule) { rule(tree, image, keep); });
 }
 
 }  // namespace filter

@@ -13,8 +13,12 @@
 #include <qel/pw/value.hpp>
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "tests/unit/unit.hpp"
 
@@ -94,6 +98,47 @@ TYPED_TEST(filter_rules, laws) {
       EXPECT_EQ(values(all_removed), std::vector<TypeParam>(tree.domain().nsites(), f(root)));
     }
   });
+}
+
+/// Checks each rule by many predicates at once against the same by one after the other: random attributes and
+/// thresholds, in no order, some equal and some NaN.
+template <typename T>
+void expect_batches_to_equal_single_calls(const tree_of<T>& tree, support::random_engine& engine) {
+  const qel::morpho::tree::node_tree nodes(tree);
+  const auto attribute = random_values<double>(nodes.f(), 100, engine);
+  std::vector<decltype(qel::pw::value_(attribute) >= qel::pw::cst_(0.))> reaches;
+  for (std::size_t n = 1 + support::below(20, engine); n > 0; --n) {
+    const auto threshold = static_cast<double>(support::below(100, engine));
+    reaches.push_back(qel::pw::value_(attribute) >= qel::pw::cst_(threshold > 95 ? std::nan("") : threshold));
+  }
+  const auto check = [&](const auto& rule) {
+    SCOPED_TRACE(rule.name);
+    const auto batch = rule.batch(nodes, reaches.data(), reaches.data() + reaches.size());
+    ASSERT_EQ(batch.size(), reaches.size());
+    for (std::size_t i = 0; i < reaches.size(); ++i) {
+      auto single = duplicate(nodes.f());
+      rule(nodes, single, reaches[i]);
+      for (unsigned k = 0; k < nodes.nnodes(); ++k) ASSERT_EQ(batch[i].element(k), single.element(k));
+    }
+  };
+  std::apply([&](const auto&... rule) { (check(rule), ...); }, filter::rules);
+}
+
+template <typename T>
+class filter_batch : public ::testing::Test {};
+TYPED_TEST_SUITE(filter_batch, tree_types, support::value_type_names);
+
+TYPED_TEST(filter_batch, equals_single_calls) {
+  for_random_trees<TypeParam>([](const tree_of<TypeParam>& tree, bool, auto&, auto& engine) {
+    expect_batches_to_equal_single_calls(tree, engine);
+  });
+}
+
+TEST(filter_batch, equals_single_calls_on_a_sheet_of_many_rows) {
+  support::random_engine engine(seed);
+  const auto f = image(support::random_image<int>(300, 301, support::flavour::all_distinct, engine));
+  const auto s = qel::data::sort_psites_increasing(f);
+  expect_batches_to_equal_single_calls(tree_of<int>(f, s, c4()), engine);
 }
 
 TEST(filter_rules, the_height_of_the_tree_is_not_limited_by_the_stack) {
