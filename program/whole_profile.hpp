@@ -60,6 +60,24 @@ class strip_planes {
   int plane_ = 0;
 };
 
+/// The rule of this name, which is known to be one.
+struct named_rule {
+  const std::string& name;
+
+  template <typename T, typename F, typename P>
+  void operator()(const T& tree, F& image, const P& keep) const {
+    qel::morpho::tree::filter::apply_rule(name, tree, image, keep);
+  }
+
+  /// The same for many predicates at once.
+  template <typename T, typename P>
+  std::vector<typename T::function> batch(const T& nodes, const P* first, const P* last) const {
+    std::vector<typename T::function> values;
+    qel::morpho::tree::filter::with_rule(name, [&](const auto& rule) { values = rule.batch(nodes, first, last); });
+    return values;
+  }
+};
+
 /// Gives `write` the 2N + 1 planes of a window by itself, as far as they lie in `part`.
 ///
 /// \param A  the attribute.
@@ -67,11 +85,8 @@ class strip_planes {
 template <typename A, typename T, typename Write>
 void write_profile(const window<T>& w, const rectangle& part, const qel::neighb2d& neighborhood,
                    const std::vector<typename A::result>& thresholds, const std::string& rule, Write write) {
-  const auto named_rule = [&](const auto& nodes, auto& values, const auto& keep) {
-    qel::morpho::tree::filter::apply_rule(rule, nodes, values, keep);
-  };
   strip_planes<T, Write> planes(w, part, std::move(write));
-  qel::morpho::attribute_profile(w.values, neighborhood, A(), thresholds, named_rule, planes);
+  qel::morpho::attribute_profile(w.values, neighborhood, A(), thresholds, named_rule{rule}, planes);
 }
 
 }  // namespace program

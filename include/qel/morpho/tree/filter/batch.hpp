@@ -36,13 +36,13 @@ namespace internal {
 
 using filter::internal::failure_bits;
 
-/// Calls `visit(node, parent)` with the numbers of each node but the root and of its parent, each node before its
-/// parent.
+/// Calls `visit(node, parent)` with the numbers of each node and its parent, each node before its parent. A root is its
+/// own parent.
 template <typename T, typename Visit>
 void for_each_upward(const node_tree<T>& nodes, Visit visit) {
   using tree::internal::node_sheet;
   const auto& upward = nodes.nodes().vect_;
-  for (std::size_t i = 0; i + 1 < upward.size(); ++i)
+  for (std::size_t i = 0; i < upward.size(); ++i)
     visit(node_sheet::number(upward[i]), node_sheet::number(nodes.parent(upward[i])));
 }
 
@@ -51,30 +51,28 @@ template <typename T, typename Visit>
 void for_each_downward(const node_tree<T>& nodes, Visit visit) {
   using tree::internal::node_sheet;
   const auto& upward = nodes.nodes().vect_;
-  for (std::size_t i = upward.size() - 1; i-- > 0;)
+  for (std::size_t i = upward.size(); i-- > 0;)
     visit(node_sheet::number(upward[i]), node_sheet::number(nodes.parent(upward[i])));
 }
 
-/// The node values of some planes, as they are written: a node after its parent, all planes of a node at once.
+/// The node values of some planes, as they are written: a node after its parent, all planes of a node at once. A root
+/// keeps its value.
 template <typename T>
 class planes {
  public:
   using value = typename node_tree<T>::value;
   using function = typename node_tree<T>::function;
 
-  /// `n` planes, in which the root has its value. \throws std::bad_alloc
-  planes(const node_tree<T>& nodes, std::size_t n)
-      : input_(nodes.f().buffer()), root_(tree::internal::node_sheet::number(nodes.nodes().vect_.back())), n_(n) {
+  /// `n` planes, in which nothing has been set. \throws std::bad_alloc
+  planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), n_(n) {
     images_.reserve(n);
-    for (std::size_t k = 0; k < n; ++k) {
-      plane_[k] = images_.emplace_back(nodes.f().domain(), 0).buffer();
-      plane_[k][root_] = input_[root_];
-    }
+    for (std::size_t k = 0; k < n; ++k) plane_[k] = images_.emplace_back(nodes.f().domain(), 0).buffer();
   }
 
   /// Gives `node` the value of its parent in the planes whose bits are set, and its own in the others.
   void replace(unsigned node, unsigned parent, failure_bits removed) {
     const value own = input_[node];
+    if (node == parent) return keep(node);
     for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = (removed >> k & 1) != 0 ? plane_[k][parent] : own;
   }
 
@@ -83,10 +81,11 @@ class planes {
     using qel::internal::difference;
     const value own = input_[node];
     const value own_of_parent = input_[parent];
+    if (node == parent) return keep(node);
     for (std::size_t k = 0; k < n_; ++k) {
       const value above = plane_[k][parent];
-      // The root stays where it is, also where its value is infinite.
-      const value moved = parent == root_ ? value() : difference(own_of_parent, above);
+      // A root that is infinite has not moved either.
+      const value moved = above == own_of_parent ? value() : difference(own_of_parent, above);
       plane_[k][node] = (removed >> k & 1) != 0 ? above : difference(own, moved);
     }
   }
@@ -94,8 +93,11 @@ class planes {
   const std::vector<function>& images() const { return images_; }
 
  private:
+  void keep(unsigned node) {
+    for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = input_[node];
+  }
+
   const value* input_;
-  unsigned root_;
   std::size_t n_;
   std::array<value*, filter::internal::most_predicates> plane_;
   std::vector<function> images_;

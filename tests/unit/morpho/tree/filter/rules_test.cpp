@@ -129,8 +129,12 @@ class filter_batch : public ::testing::Test {};
 TYPED_TEST_SUITE(filter_batch, tree_types, support::value_type_names);
 
 TYPED_TEST(filter_batch, equals_single_calls) {
-  for_random_trees<TypeParam>([](const tree_of<TypeParam>& tree, bool, auto&, auto& engine) {
+  neighb2d along_rows;
+  for (const dpoint2d& dp : {dpoint2d(0, -1), dpoint2d(0, 1)}) along_rows.win().insert(dp);
+  for_random_trees<TypeParam>([&](const tree_of<TypeParam>& tree, bool, auto&, auto& engine) {
     expect_batches_to_equal_single_calls(tree, engine);
+    expect_batches_to_equal_single_calls(tree_of<TypeParam>(tree.f(), tree.domain(), along_rows),
+                                         engine);  // many roots
   });
 }
 
