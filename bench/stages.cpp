@@ -13,7 +13,6 @@
 #include "entry/profile.hpp"
 #include "entry/rule.hpp"
 
-#include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/image2d.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/data/duplicate.hpp>
@@ -87,18 +86,17 @@ struct timed_planes {
   }
 };
 
-/// Whether a call sorts the sites: not where levels are values and sums need no order.
-template <typename A, typename T>
-constexpr bool is_sorted_for =
-    sizeof(T) > 2 || !std::is_same_v<typename qel::trait::accumulator_<A>::order, qel::trait::accumulator::order::free>;
+/// Whether a call sorts the sites: not where levels are values.
+template <typename T>
+constexpr bool is_sorted = sizeof(T) > 2;
 
 /// The steps of one tree.
 template <typename A, typename T, typename L>
-void run_tree(const qel::image2d<T>& image, bool max_tree, const qel::neighb2d& nbh, const std::vector<L>& thresholds,
-              const std::string& rule, timed_planes<T>& sink) {
+void run_tree(const qel::image2d<T>& image, const qel::morpho::tree::sweep_sites<qel::image2d<T>>& sites,
+              const qel::neighb2d& nbh, const std::vector<L>& thresholds, const std::string& rule,
+              timed_planes<T>& sink) {
   using sites_type = qel::morpho::tree::sweep_sites<qel::image2d<T>>;
-  const sites_type sites(image, max_tree);
-  if (is_sorted_for<A, T>) sites.array();
+  if (is_sorted<T>) sites.array();
   sink.clock.lap(sort);
   const qel::morpho::tree::data<qel::image2d<T>, sites_type> made_tree(image, sites, nbh);
   sink.clock.lap(tree);
@@ -129,11 +127,13 @@ times run_steps(const request& r, const picture& p, const Attribute& chosen) {
   T* position = reinterpret_cast<T*>(mxGetPr(test_host::array(p.id, {p.rows, p.cols, r.planes()})));
   clock.lap(output);
   timed_planes<T> sink{{position}, clock};
-  run_tree<A>(image, false, nbh, reversed, rule, sink);
+  qel::morpho::tree::sweep_sites<qel::image2d<T>> sites(image, false);
+  run_tree<A>(image, sites, nbh, reversed, rule, sink);
   clock.lap(release);
   sink.to.input(qel::duplicate(image));
   clock.lap(middle);
-  run_tree<A>(image, true, nbh, thresholds, rule, sink);
+  sites.turn();
+  run_tree<A>(image, sites, nbh, thresholds, rule, sink);
   clock.lap(release);
   return clock;
 }

@@ -5,6 +5,8 @@
 #include <qel/accu/internal/base.hpp>
 #include <qel/core/box2d.hpp>
 
+#include <algorithm>
+
 namespace qel {
 
 /// Accumulators: values that summarise what they have taken.
@@ -29,12 +31,7 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
       valid_ = true;
       return;
     }
-    for (unsigned i = 0; i < 2; ++i) {
-      if (p[i] < box_.pmin()[i])
-        box_.pmin()[i] = p[i];
-      else if (p[i] > box_.pmax()[i])
-        box_.pmax()[i] = p[i];
-    }
+    grow(p, p);
   }
 
   /// Grows the box around that of `other`.
@@ -44,10 +41,7 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
       *this = other;
       return;
     }
-    for (unsigned i = 0; i < 2; ++i) {
-      if (other.box_.pmin()[i] < box_.pmin()[i]) box_.pmin()[i] = other.box_.pmin()[i];
-      if (other.box_.pmax()[i] > box_.pmax()[i]) box_.pmax()[i] = other.box_.pmax()[i];
-    }
+    grow(other.box_.pmin(), other.box_.pmax());
   }
 
   /// The box, both corners included.
@@ -57,6 +51,14 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
   bool is_valid() const { return valid_; }
 
  private:
+  /// Least and greatest without a branch: which sites grow a box can't be guessed.
+  void grow(const P& pmin, const P& pmax) {
+    for (unsigned i = 0; i < 2; ++i) {
+      box_.pmin()[i] = std::min(box_.pmin()[i], pmin[i]);
+      box_.pmax()[i] = std::max(box_.pmax()[i], pmax[i]);
+    }
+  }
+
   bool valid_ = false;
   box<P> box_;
 };

@@ -10,9 +10,11 @@
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/box_piter.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/morpho/tree/accumulate_by_nodes.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/piter.hpp>
+#include <qel/morpho/tree/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
 #include <qel/morpho/tree/take_as_init.hpp>
 
@@ -60,7 +62,7 @@ void accumulate_nodes(trait::accumulator::order::free, const A& a, const node_tr
 /// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
 /// when its turn comes, so only nodes need an accumulator.
 template <typename A, typename T, typename D>
-void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
+void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
   const auto& f = tree.whole().f();
   const auto& s = stored_sites(tree.whole().domain());
   const auto& table = tree.table();
@@ -85,6 +87,16 @@ void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_t
       data(tree.parent(n)).take(data(n));
     }
   }
+}
+
+/// With values of 8 and 16 bits nobody else needs the sorted sites; wider ones have been sorted for the tree, and have so
+/// many nodes that lists of their sites and children would take more memory and no less time.
+template <typename A, typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
+  if constexpr (levels_are_values<typename T::value>)
+    accumulate_by_nodes(a, tree, data);
+  else
+    accumulate_by_sites(a, tree, data);
 }
 
 template <typename A, typename T, typename D>
