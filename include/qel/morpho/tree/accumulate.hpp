@@ -9,7 +9,9 @@
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/box_piter.hpp>
+#include <qel/core/image2d.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/accumulate_by_nodes.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
@@ -17,6 +19,8 @@
 #include <qel/morpho/tree/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
 #include <qel/morpho/tree/take_as_init.hpp>
+
+#include <type_traits>
 
 namespace qel {
 
@@ -90,10 +94,12 @@ void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
 }
 
 /// With values of 8 and 16 bits nobody else needs the sorted sites; wider ones have been sorted for the tree, and have so
-/// many nodes that lists of their sites and children would take more memory and no less time.
+/// many nodes that lists of their sites and children would take more memory and no less time. An image of the user's own
+/// may keep its rows wherever it likes.
 template <typename A, typename T, typename D>
 void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
-  if constexpr (levels_are_values<typename T::value>)
+  using numbers = typename trait::ch_value<typename T::function, unsigned>::ret;
+  if constexpr (levels_are_values<typename T::value> && std::is_same_v<numbers, image2d<unsigned>>)
     accumulate_by_nodes(a, tree, data);
   else
     accumulate_by_sites(a, tree, data);

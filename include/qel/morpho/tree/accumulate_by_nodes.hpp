@@ -11,7 +11,6 @@
 // together in memory.
 
 #include <qel/accu/trait_accumulator.hpp>
-#include <qel/core/util/ord.hpp>
 #include <qel/morpho/tree/node_children.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
@@ -19,9 +18,7 @@
 #include <qel/morpho/tree/sweep_order.hpp>
 #include <qel/morpho/tree/take_as_init.hpp>
 
-#include <algorithm>
 #include <type_traits>
-#include <vector>
 
 namespace qel {
 

@@ -14,7 +14,8 @@
 // level of its parent: either a component that the flood has left for this one, or, if it is higher, a new one around
 // it.
 //
-// Cost: each site waits once at most and looks at its neighbours once; the branches on which the processor guesses
+// Cost: each site waits once at most and looks at its neighbours once, and
+// again when the flood comes back to it; the branches on which the processor guesses
 // wrong, about two a site, are most of it. Memory beyond the result: a level and a place in the queues for each site.
 // No recursion: open components, one for each level at most, stand on a stack on the heap.
 

@@ -78,7 +78,7 @@ class node_children {
   /// Least for the child that comes first: value and position in one number, each turned round as the sweep goes.
   std::uint64_t key_of(unsigned c) const {
     using limits = std::numeric_limits<typename T::value>;
-    const int v = tree_.f().element(c);
+    const typename T::value v = tree_.f().element(c);
     const auto value = static_cast<unsigned>(order_.increasing ? limits::max() - v : v - limits::min());
     const auto& p = tree_.table().canonical[c];
     const unsigned position =

@@ -24,9 +24,8 @@ namespace tree {
 /// The sites of an image of type I in the sweep order of its min-tree or max-tree: the array that the sorts give, made
 /// when a site is first asked for.
 ///
-/// A flood of values of 8 and 16 bits needs of the array its order only, and so do accumulators that take their sites in
-/// any order: then the array is never made. An outline shows the sort where the definition has it: with tracing on, it is
-/// made at once.
+/// With values of 8 and 16 bits flood and accumulators of a `node_tree` need of the array its order only: then it is never
+/// made. An outline shows the sort where the definition has it: with tracing on, it is made at once.
 ///
 /// The image is only referred to: keep it alive and unchanged.
 template <typename I>
