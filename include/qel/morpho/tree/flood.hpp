@@ -14,9 +14,9 @@
 // level of its parent: either a component that the flood has left for this one, or, if it is higher, a new one around
 // it.
 //
-// Cost: each site waits once at most and looks at its neighbours once, and
-// again when the flood comes back to it; the branches on which the processor guesses
-// wrong, about two a site, are most of it. Memory beyond the result: a level and a place in the queues for each site.
+// Cost: each site waits once at most, and looks at its neighbours once and again each time the flood comes back to it; the
+// branches on which the processor guesses wrong, about two a site, are most of it. Memory beyond the result: a level and
+// a place in the queues for each site.
 // No recursion: open components, one for each level at most, stand on a stack on the heap.
 
 #include <qel/core/image2d.hpp>
