@@ -41,14 +41,6 @@ void accumulate(const A&, const T& tree, D& data) {
     if (!tree.is_a_node(p)) data(p) = data(tree.parent(p));
 }
 
-/// The accumulator of a node takes a site of its own. Each site starts from a copy of `a`, for `a` may have settings.
-template <typename A, typename I, typename P>
-void take_site(A& of_node, const A& a, const I& f, const P& p) {
-  A one = a;
-  take_as_init(one, f, p);
-  of_node.take(one);
-}
-
 /// Gives every node its own sites in raster order, then hands on from node to parent. Equal to the definition, since
 /// the order can't be seen in the result.
 template <typename A, typename T, typename D>

@@ -32,17 +32,13 @@ namespace internal {
 template <typename A, typename T>
 void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_sites<T>& own, unsigned k,
                     bool raster_ties) {
-  const auto take = [&](const typename T::site& p) {
-    A one = a;
-    take_as_init(one, tree.whole().f(), p);
-    of_node.take(one);
-  };
+  const auto& f = tree.whole().f();
   // The canonical site comes first in the array, and the walk goes backwards.
   const auto *first = own.begin(k), *last = own.end(k) - 1;
   if (raster_ties)
-    for (; last != first; --last) take(*last);
+    for (; last != first; --last) take_site(of_node, a, f, *last);
   else
-    for (; first != last; ++first) take(*first);
+    for (; first != last; ++first) take_site(of_node, a, f, *first);
 }
 
 /// The same where sites only count, or their values, of which a node has one.

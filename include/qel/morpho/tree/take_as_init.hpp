@@ -36,6 +36,14 @@ void take_as_init(A& accu, const I& f, const P& p) {
   take_as_init(typename trait::accumulator_<A>::when_pix(), accu, f, p);
 }
 
+/// The accumulator of a node takes a site of its own. Each site starts from a copy of `a`, for `a` may have settings.
+template <typename A, typename I, typename P>
+void take_site(A& of_node, const A& a, const I& f, const P& p) {
+  A one = a;
+  take_as_init(one, f, p);
+  of_node.take(one);
+}
+
 }  // namespace internal
 
 }  // namespace tree
