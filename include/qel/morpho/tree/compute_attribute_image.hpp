@@ -6,7 +6,6 @@
 
 #include <qel/accu/accumulator.hpp>
 #include <qel/core/trait_image.hpp>
-#include <qel/data/check_init.hpp>
 #include <qel/data/duplicate.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>
@@ -30,14 +29,12 @@ namespace internal {
 
 template <typename A, typename T, typename I>
 attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const I& f, accu_image_t<T, A>* accu_image) {
-  qel::internal::check_init(&accu_image_t<T, A>::init_);
   accu_image_t<T, A> data;
   initialize(data, f);
   qel::data::fill(data, a);
   accumulate(a, tree, data);
   if (accu_image != nullptr) *accu_image = duplicate(data);
 
-  qel::internal::check_init(&attribute_image_t<T, A>::init_);
   attribute_image_t<T, A> output;
   initialize(output, data);
   qel::data::fill(output, data);

@@ -117,7 +117,7 @@ flooded_nodes flood(L* const level, const unsigned start, const Around around, c
     }
 
     const unsigned full = now.number;
-    list.canonical[full] = now.canonical ^ turn;
+    list.canonical[full] = numbers.point_at_index(now.canonical ^ turn);
     list.upward[nfull++] = node_sheet::site(full);
     const unsigned below = waiting.next_below(now.level);
     if (below > left.back().component.level) {

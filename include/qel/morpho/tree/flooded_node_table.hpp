@@ -110,8 +110,7 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
     });
   });
 
-  table.canonical.reserve(nodes.canonical.size());
-  for (const unsigned place : nodes.canonical) table.canonical.push_back(f.point_at_index(place));
+  table.canonical = std::move(nodes.canonical);
   table.parent = std::move(nodes.parent);
   table.upward = p_array2d(std::move(nodes.upward));
   trace::exiting("morpho::tree::impl::generic::compute_parent");

@@ -25,7 +25,7 @@ struct flooded_nodes {
   /// Where the lists begin. A flood writes there without a look at the vectors, which would be read again after each
   /// store.
   struct pointers {
-    unsigned* canonical;
+    point2d* canonical;
     point2d* parent;
     point2d* upward;
   };
@@ -55,9 +55,9 @@ struct flooded_nodes {
   }
 
   std::size_t most;
-  std::vector<unsigned> canonical;  ///< the place in the block of each node's canonical site
-  std::vector<point2d> parent;      ///< the parent of each node, as a site of the sheet
-  std::vector<point2d> upward;      ///< all nodes, each before its parent
+  std::vector<point2d> canonical;  ///< the canonical site of each node
+  std::vector<point2d> parent;     ///< the parent of each node, as a site of the sheet
+  std::vector<point2d> upward;     ///< all nodes, each before its parent
 };
 
 }  // namespace internal
