@@ -5,7 +5,7 @@
 // Copies between the host's column-major blocks and images with contiguous rows.
 //
 // One of the two is strided whichever way a plain double loop is nested: a new cache line, and soon a new page, for
-// every element. Here the elements go by tiles, which lie in the nearest cache. The columns of a tile are pieces of memory
+// every element. Here the elements go by tiles, which lie in the nearest caches. The columns of a tile are pieces of memory
 // that are far apart, often by a power of two, and the more a piece holds the better; the next tile goes on where it
 // ends. A tile is square, for pixels that are near each other share nodes, whose values are looked up.
 

@@ -5,6 +5,7 @@
 #include <qel/core/neighb2d.hpp>
 #include <qel/morpho/attribute_profile.hpp>
 #include <qel/morpho/tree/filter/rules.hpp>
+#include <qel/morpho/tree/filter_each.hpp>
 
 #include <cstdint>
 #include <string>
@@ -73,7 +74,8 @@ struct named_rule {
   template <typename T, typename P>
   std::vector<typename T::function> batch(const T& nodes, const P* first, const P* last) const {
     std::vector<typename T::function> values;
-    qel::morpho::tree::filter::with_rule(name, [&](const auto& rule) { values = rule.batch(nodes, first, last); });
+    qel::morpho::tree::filter::with_rule(
+        name, [&](const auto& rule) { values = qel::morpho::tree::filter_each(nodes, first, last, rule); });
     return values;
   }
 };

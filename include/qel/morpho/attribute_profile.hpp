@@ -4,9 +4,9 @@
 
 // The attribute profile of an image: N filtered images from the min-tree, the image itself, N from the max-tree.
 //
-// Trees and attributes are computed once for each direction; a threshold costs a walk over the nodes and one over the
-// pixels. The trees are made one after the other, for a tree is most of the memory. If the sites are sorted at all, it is
-// once: the second tree takes them the other way round.
+// Trees and attributes are computed once for each direction; eight thresholds cost a walk over the nodes, and the planes
+// of some thresholds one over the pixels. The trees are made one after the other, for a tree is most of the memory. Sites
+// of more than 8 bits that have been sorted for the first tree are turned round for the second.
 //
 // The planes go to a sink, which decides what becomes of them: `plane_images` and `raster_planes` in
 // profile_planes.hpp, or one of your own with two operations, called in the order of the planes:

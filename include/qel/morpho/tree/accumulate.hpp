@@ -13,6 +13,7 @@
 #include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/accumulate_by_nodes.hpp>
+#include <qel/morpho/tree/node_children.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/piter.hpp>
@@ -85,20 +86,20 @@ void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
   }
 }
 
-/// With values of 8 and 16 bits nobody else needs the sorted sites; wider ones have been sorted for the tree, and have so
-/// many nodes that lists of their sites and children would take more memory and no less time. An image of the user's own
-/// may keep its rows wherever it likes.
+/// With values of 8 and 16 bits nobody else needs the sorted sites, and most nodes have few children; wider ones have been
+/// sorted for the tree, and have so many nodes that lists of their sites and children would take more memory and no less
+/// time. An image of the user's own may keep its rows wherever it likes.
 template <typename A, typename T, typename D>
 void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
   using numbers = typename trait::ch_value<typename T::function, unsigned>::ret;
   if constexpr (levels_are_values<typename T::value> && std::is_same_v<numbers, image2d<unsigned>>)
-    accumulate_by_nodes(a, tree, data);
-  else
-    accumulate_by_sites(a, tree, data);
+    if (!has_wide_node(tree)) return accumulate_by_nodes(a, tree, data);
+  accumulate_by_sites(a, tree, data);
 }
 
 template <typename A, typename T, typename D>
 void accumulate(const A& a, const node_tree<T>& tree, D& data) {
+  if (tree.nnodes() == 0) return;  // then no site has a number
   accumulate_nodes(typename trait::accumulator_<A>::order(), a, tree, data);
 }
 

@@ -7,8 +7,8 @@
 // The definition walks over the site array. What one node takes on this walk is, in this order: its canonical site; its
 // children, those of values farther from its own first, and among equal ones in the order of their canonical sites; its
 // other sites. For the children have other values, all on one side of its own. So nodes can be done one after the other in
-// any order in which children come before parents: here in that of the flood, in which what belongs together is close
-// together in memory.
+// any order in which children come before parents: here in that of `nodes()`, in which after a flood what belongs together
+// is close together in memory.
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/morpho/tree/node_children.hpp>
@@ -52,13 +52,12 @@ void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_
 /// Gives every node of `data`, whose elements all hold a copy of `a`, its accumulator.
 ///
 /// Cost: two passes over the sites, one for the values alone; one over the nodes, for which the children of each are sorted.
-/// Memory: 4 bytes a site, not for values alone, and 12 bytes a node.
+/// Memory: 4 bytes a site, not for values alone; 12 bytes a node, and up to 48 for each child of the widest one.
 ///
-/// \pre    values are integers: equal ones can't be told from each other.
+/// \pre    there are nodes. Values are integers: equal ones can't be told from each other.
 /// \throws std::bad_alloc
 template <typename A, typename T, typename D>
 void accumulate_by_nodes(const A& a, const node_tree<T>& tree, D& data) {
-  if (tree.nnodes() == 0) return;
   using takes_sites = std::is_same<typename trait::accumulator_<A>::when_pix, trait::accumulator::when_pix::use_p>;
   const std::conditional_t<takes_sites::value, own_sites<T>, own_site_counts<T>> own(tree);
   const auto& f = tree.whole().f();

@@ -45,7 +45,8 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
 
 /// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the node.
 ///
-/// Cost: three walks over the sites; an accumulator for each site, or for each node of a node tree, while it runs.
+/// Cost: three walks over the sites; an accumulator for each site while it runs. On a node tree two walks at most, and an
+/// accumulator for each node; where the order counts also what `accumulate_by_nodes` or the sorted sites take.
 ///
 /// \param a          tells the kind of attribute and its settings, if it has some; what it has taken does not count.
 /// \param tree       the tree of an image, or a `node_tree`: the result is an image on the sheet of nodes then.

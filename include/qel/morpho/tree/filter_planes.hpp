@@ -29,7 +29,7 @@ template <typename T>
 std::size_t planes_at_once(const node_tree<T>& nodes) {
   const std::size_t budget = std::size_t{8} * nodes.table().number.domain().nsites();
   const std::size_t plane = sizeof(typename node_tree<T>::value) * std::size_t{nodes.nnodes()};
-  return std::clamp<std::size_t>(budget / plane, 1, 16);
+  return std::clamp<std::size_t>(budget / std::max<std::size_t>(plane, 1), 1, 16);
 }
 
 }  // namespace internal

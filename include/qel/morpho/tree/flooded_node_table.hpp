@@ -70,8 +70,8 @@ flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
   return flood(around);
 }
 
-/// Calls `flood` with empty queues: arrays or, with many levels, linked lists. How many layers find the next level is known
-/// to the compiler.
+/// Calls `flood` with empty queues: arrays or, with many levels of few sites each, linked lists. How many layers find the
+/// next level is known to the compiler.
 ///
 /// \param below  for each level, the number of sites that have a lower one.
 /// \param places,numbers images that have not been set.
@@ -80,10 +80,11 @@ flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, F
   if constexpr (layers < most)
     if (!util::priority_bits<layers>::fits(below.size()))
       return with_queues<layers + 1, most>(below, places, numbers, flood);
-  if constexpr (layers <= 3)
-    return flood(level_queues<layers>(below, places.buffer()));
-  else
-    return flood(level_lists<layers>(std::move(below), numbers.buffer()));
+  constexpr unsigned few_sites = 20;
+  if constexpr (layers > 3)
+    if (numbers.domain().nsites() / few_sites < below.size())
+      return flood(level_lists<layers>(std::move(below), numbers.buffer()));
+  return flood(level_queues<layers>(below, places.buffer()));
 }
 
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.

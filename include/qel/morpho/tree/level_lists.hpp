@@ -16,7 +16,7 @@ namespace tree {
 
 namespace internal {
 
-/// The waiting sites of a flood, by level, for images of so many levels that few sites share one: does what `level_queues`
+/// The waiting sites of a flood, by level, for images of many levels of which few sites share one: does what `level_queues`
 /// does. The sites of a level are a linked list. A level needs 4 bytes, which are far from those of other levels, and the
 /// links stand where the numbers will: at the site, near to which the flood reads anyway. With many sites to a level it is
 /// slower, for popping one waits for the link of the one before.

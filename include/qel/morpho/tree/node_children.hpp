@@ -2,6 +2,7 @@
 #ifndef QEL_MORPHO_TREE_NODE_CHILDREN_HPP
 #define QEL_MORPHO_TREE_NODE_CHILDREN_HPP
 
+#include <qel/core/point2d.hpp>
 #include <qel/morpho/tree/node_sheet.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>
@@ -20,6 +21,19 @@ namespace morpho {
 namespace tree {
 
 namespace internal {
+
+/// Whether a node has so many children that to sort them would take more time and memory than to sort the sites.
+///
+/// Cost: one pass over the nodes. \throws std::bad_alloc
+template <typename T>
+bool has_wide_node(const node_tree<T>& tree) {
+  constexpr unsigned wide = 1u << 14;
+  if (tree.nnodes() <= wide) return false;
+  std::vector<unsigned> nchildren(tree.nnodes());
+  for (const point2d& parent : tree.table().parent)
+    if (++nchildren[node_sheet::number(parent)] > wide) return true;
+  return false;
+}
 
 /// The children of each node, as linked lists, and in the order in which the sweep hands them to their parent. For values of
 /// 16 bits or less.

@@ -35,11 +35,11 @@ class own_site_counts {
     });
   }
 
-  /// Of node number `k`, from 1.
+  /// Of node number `k`: at least 1.
   unsigned count(unsigned k) const { return counts_[k]; }
 
-  /// Of all nodes.
-  const std::vector<unsigned>& counts() const { return counts_; }
+  /// Of all nodes; this object has them no longer.
+  std::vector<unsigned> take() { return std::move(counts_); }
 
  private:
   std::vector<unsigned> counts_;
@@ -54,7 +54,7 @@ class own_sites {
 
   /// Cost: two passes over the sites. \throws std::bad_alloc
   explicit own_sites(const node_tree<T>& tree) {
-    ends_ = own_site_counts<T>(tree).counts();
+    ends_ = own_site_counts<T>(tree).take();
     unsigned before = 0;
     for (unsigned& end : ends_) before += std::exchange(end, before);
     sites_.init_(tree.table().number.domain(), 0);

@@ -8,7 +8,6 @@
 // rank among the values of the image, read off the site array.
 
 #include <qel/core/box_piter.hpp>
-#include <qel/core/image2d.hpp>
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/morpho/tree/sweep_order.hpp>

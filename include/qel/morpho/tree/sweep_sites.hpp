@@ -24,8 +24,9 @@ namespace tree {
 /// The sites of an image of type I in the sweep order of its min-tree or max-tree: the array that the sorts give, made
 /// when a site is first asked for.
 ///
-/// With values of 8 and 16 bits flood and accumulators of a `node_tree` need of the array its order only: then it is never
-/// made. An outline shows the sort where the definition has it: with tracing on, it is made at once.
+/// With values of 8 and 16 bits the flood needs of the array its order only, and so do accumulators of a `node_tree` on an
+/// `image2d` in which no node has very many children: then it is never made. An outline shows the sort where the
+/// definition has it: with tracing on, it is made at once.
 ///
 /// The image is only referred to: keep it alive and unchanged.
 template <typename I>
@@ -53,7 +54,7 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
 
   /// Turns to the other direction: what has been given out before ends here. Where the one array is the mirror of the other,
   /// that is with values of more than 8 bits, an array made before is turned round, in one pass and no new memory;
-  /// otherwise it is released.
+  /// otherwise it is released. With tracing on the sites are sorted anew, as the outline has it.
   ///
   /// \throws std::bad_alloc with tracing on.
   void turn() {

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <type_traits>
 
 #include "tests/unit/unit.hpp"
@@ -154,22 +155,33 @@ void expect_same_attribute(const T& whole, const tree::node_tree<T>& nodes) {
   EXPECT_EQ(differences, 0u);
 }
 
-// So many sites that float sums are rounded, and, when all values differ, more nodes than a row of the sheet has.
-TYPED_TEST(component_tree, nodes_alone_have_the_attributes_of_the_whole_tree) {
-  using V = image2d<TypeParam>;
-  support::random_engine engine(seed);
-  for (const auto& [kind, border] :
-       {std::pair{support::flavour::few_levels, 0u}, {support::flavour::all_distinct, 3u}}) {
-    const V f = image(support::random_image<TypeParam>(150, 230, kind, engine), {-300, 9000}, border);
-    for (const auto& s : {qel::data::sort_psites_increasing(f), qel::data::sort_psites_decreasing(f)}) {
-      const tree_of<TypeParam> whole(f, s, c8());
-      const tree::node_tree nodes(whole);
-      expect_same_attribute<area<V>>(whole, nodes);
-      expect_same_attribute<diagonal<V>>(whole, nodes);
-      expect_same_attribute<inertia<V>>(whole, nodes);
-      if constexpr (std::is_integral_v<TypeParam>) expect_same_attribute<deviation<V>>(whole, nodes);
-    }
+/// The same for all attributes, in both directions.
+template <typename T>
+void expect_same_attributes(const image2d<T>& f, const neighb2d& nbh) {
+  using V = image2d<T>;
+  for (const auto& s : {qel::data::sort_psites_increasing(f), qel::data::sort_psites_decreasing(f)}) {
+    const tree_of<T> whole(f, s, nbh);
+    const tree::node_tree nodes(whole);
+    expect_same_attribute<area<V>>(whole, nodes);
+    expect_same_attribute<diagonal<V>>(whole, nodes);
+    expect_same_attribute<inertia<V>>(whole, nodes);
+    if constexpr (std::is_integral_v<T>) expect_same_attribute<deviation<V>>(whole, nodes);
   }
+}
+
+// So many sites that float sums are rounded; when all values differ, more nodes than a row of the sheet has; on the board,
+// more children of one node than are sorted.
+TYPED_TEST(component_tree, nodes_alone_have_the_attributes_of_the_whole_tree) {
+  support::random_engine engine(seed);
+  const auto random_image = [&](unsigned rows, support::flavour kind, unsigned border) {
+    return image(support::random_image<TypeParam>(rows, 230, kind, engine), {-300, 9000}, border);
+  };
+  expect_same_attributes<TypeParam>(random_image(150, support::flavour::few_levels, 0), c8());
+  expect_same_attributes<TypeParam>(random_image(150, support::flavour::all_distinct, 3), c8());
+  image2d<TypeParam> board = random_image(400, support::flavour::few_levels, 3);
+  for (const point2d& p : walk(box2d::fwd_piter(board.domain())))
+    if ((p.row() + p.col()) % 2 != 0) board(p) = std::numeric_limits<TypeParam>::lowest();
+  expect_same_attributes(board, c4());
 }
 
 }  // namespace

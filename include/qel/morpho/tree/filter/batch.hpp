@@ -7,7 +7,8 @@
 // Each function gives what its namesake in `filter` gives for each predicate by itself, to the bit; read that one for
 // what the rule means. The namesakes walk over the nodes for each predicate, and look for the same nodes and parents
 // each time. Here a walk serves eight of them: the answers about a node are the bits of a byte, which the rule carries
-// to children or parents, and the values of all planes are written where the walk comes by.
+// to children or parents, and the values of all planes are written where the walk comes by. The predicates are asked
+// about every node first, in the order of the numbers, also where a namesake would not ask.
 //
 // Nothing of this is traced.
 
@@ -66,7 +67,11 @@ class planes {
   /// `n` planes, in which nothing has been set. \throws std::bad_alloc
   planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), n_(n) {
     images_.reserve(n);
-    for (std::size_t k = 0; k < n; ++k) plane_[k] = images_.emplace_back(nodes.f().domain(), 0).buffer();
+    for (std::size_t k = 0; k < n; ++k) {
+      images_.emplace_back();
+      images_.back().init_(nodes.f().domain(), 0);
+      plane_[k] = images_.back().buffer();
+    }
   }
 
   /// Gives `node` the value of its parent in the planes whose bits are set, and its own in the others.
@@ -125,7 +130,7 @@ std::vector<typename node_tree<T>::function> in_batches(const node_tree<T>& node
 ///
 /// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
 ///
-/// \throws std::bad_alloc
+/// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
@@ -140,7 +145,7 @@ std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, cons
 ///
 /// Cost: two walks over the nodes for each eight predicates; memory for the results, and a byte for each node.
 ///
-/// \throws std::bad_alloc
+/// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
@@ -155,7 +160,7 @@ std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, cons
 ///
 /// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
 ///
-/// \throws std::bad_alloc
+/// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
@@ -168,7 +173,7 @@ std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, c
 ///
 /// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
 ///
-/// \throws std::bad_alloc
+/// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> sub(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {

@@ -23,11 +23,12 @@ namespace tree {
 namespace filter {
 
 /// A rule is a type with a name and a call: the rules themselves are function templates, which can't be passed on. With
-/// `batch` it gives the results of many predicates at once; a rule need not have it.
+/// `batch` it gives the results of many predicates at once; a rule need not have it. Nobody derives from these: whoever
+/// replaced the call alone would still inherit `batch`.
 namespace rule {
 
 /// A node survives if it and all its ancestors pass.
-struct min {
+struct min final {
   /// What users call it.
   static constexpr char name[] = "min";
   /// See `filter::min`.
@@ -43,7 +44,7 @@ struct min {
 };
 
 /// A node survives if it or any of its descendants passes.
-struct max {
+struct max final {
   /// What users call it.
   static constexpr char name[] = "max";
   /// See `filter::max`.
@@ -59,7 +60,7 @@ struct max {
 };
 
 /// Each node is judged by itself.
-struct direct {
+struct direct final {
   /// What users call it.
   static constexpr char name[] = "direct";
   /// See `filter::direct`.
@@ -75,7 +76,7 @@ struct direct {
 };
 
 /// A node that fails takes its subtree down with it.
-struct sub {
+struct sub final {
   /// What users call it.
   static constexpr char name[] = "sub";
   /// See `filter::sub`.

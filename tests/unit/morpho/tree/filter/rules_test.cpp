@@ -7,6 +7,10 @@
 
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
+#include <qel/morpho/attribute/card.hpp>
+#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/filter_each.hpp>
+#include <qel/morpho/tree/filter_planes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/propagate_representative.hpp>
 #include <qel/pw/cst.hpp>
@@ -113,7 +117,7 @@ void expect_batches_to_equal_single_calls(const tree_of<T>& tree, support::rando
   }
   const auto check = [&](const auto& rule) {
     SCOPED_TRACE(rule.name);
-    const auto batch = rule.batch(nodes, reaches.data(), reaches.data() + reaches.size());
+    const auto batch = qel::morpho::tree::filter_each(nodes, reaches.data(), reaches.data() + reaches.size(), rule);
     ASSERT_EQ(batch.size(), reaches.size());
     for (std::size_t i = 0; i < reaches.size(); ++i) {
       auto single = duplicate(nodes.f());
@@ -165,6 +169,23 @@ TYPED_TEST(filter_rules, propagate_representative_completes_what_is_not_a_node_a
     propagate_representative(tree, g);
     for (unsigned i = 0; i < g.nelements(); ++i) EXPECT_EQ(g.element(i), expected.element(i));
   });
+}
+
+TEST(filter_planes, of_a_tree_without_nodes_are_empty) {
+  const image2d<int> f(box2d({0, 0}, {1, 1}));
+  const p_array2d no_sites;
+  const tree_of<int> whole(f, no_sites, c4());
+  const qel::morpho::tree::node_tree nodes(whole);
+  const auto area = compute_attribute_image(qel::morpho::attribute::card<image2d<int>>(), nodes);
+  struct {
+    std::vector<image2d<int>> planes;
+    void filtered(const qel::morpho::tree::node_tree<tree_of<int>>&, const std::vector<image2d<int>>& values) {
+      planes.insert(planes.end(), values.begin(), values.end());
+    }
+  } sink;
+  const std::vector reaches(2, qel::pw::value_(area) >= qel::pw::cst_(1u));
+  filter_planes(nodes, reaches, filter::rule::min(), sink);
+  EXPECT_EQ(sink.planes.size(), 2u);
 }
 
 }  // namespace
