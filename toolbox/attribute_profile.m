@@ -1,4 +1,4 @@
-function varargout = attribute_profile (varargin) %#ok<STOUT,INUSD>
+function varargout = attribute_profile (varargin)
 %ATTRIBUTE_PROFILE  Attribute profile of a two-dimensional integer image.
 %
 %   AP = attribute_profile (I, A, L)

@@ -22,6 +22,9 @@ function attribute_profile_demo (picture, folder, step)
   if nargin < 3
     step = 4;
   end
+  if ~isnumeric (step) || ~isscalar (step) || ~(step >= 1 && step == floor (step))
+    error ('attribute_profile_demo: STEP has to be a whole number of at least 1');
+  end
   names = with_char ({picture, folder});
   [picture, folder] = names{:};
   [values, map] = imread (picture);

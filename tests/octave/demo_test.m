@@ -1,7 +1,7 @@
 % SPDX-License-Identifier: MIT
 % The demo on a small picture: its montages, and that it stops at planes that are not where they belong.
 %
-% captions.png was made by the call in its test and read by eye.
+% captions.png was made by the calls in its test and read by eye.
 
 %!shared folder, picture
 %! folder = tempname ();
@@ -19,17 +19,32 @@
 
 %!test <*captions are legible, each with the digits of its threshold>
 %! montage = attribute_profile_montage (zeros (1, 1, 7, 'uint8'), [1234567890, -3.5e+20, NaN]);
-%! assert (montage, imread (file_in_loadpath ('captions.png')));
+%! X = [1 20 300; 2 4 6];
+%! curves = [attribute_profile_curve_picture(X(1,:), [0 1 4], 20, 'a'); ...
+%!           attribute_profile_curve_picture(X(2,:), [0 9 9], 4.125, 'inertia'); ...
+%!           attribute_profile_curve_picture(X(2,:), [0 1 1], [], "std"); ...
+%!           attribute_profile_curve_picture(X(2,:), [0 8 8], [2 6], 'diagonal')];
+%! curves(end+1:end+rows (montage),1:columns (montage)) = montage;
+%! assert (curves, imread (file_in_loadpath ('captions.png')));
 
-%!test <*a colour picture is shown as its grey levels are>
+%!test <*a picture of 16 bits, of colours, with a colour map or of two values is shown as its grey levels are>
 %! square = magic (32);
 %! colour = uint8 (mod (cat (3, 3 * square, 7 * square', 11 * square), 251));
-%! for k = 1:2
-%!   imwrite ({colour, rgb2gray(colour)}{k}, picture);
-%!   evalc ('attribute_profile_demo (picture, folder)');
-%!   montages{k} = double (imread (fullfile (folder, 'area.png')));
+%! index = uint8 (mod (square, 7));
+%! map = [0 0.2 0.5 0.4 1 0.3 0.7; 0.1 0 1 0.6 0.3 0 0.9; 1 0.4 0.8 0 0 0.6 0.2]';
+%! levels = uint8 (255 * map * [0.299; 0.587; 0.114]);
+%! mask = square > 500;
+%! pairs = {{colour}, rgb2gray(colour); {257 * uint16(colour)}, 257 * uint16(rgb2gray (colour)); ...
+%!          {index, map}, levels(index + 1); {mask}, 255 * uint8(mask)};
+%! for k = 1:rows (pairs)
+%!   imwrite (pairs{k,1}{:}, picture);
+%!   printed = evalc ('attribute_profile_demo (picture, folder)');
+%!   assert (! isempty (strfind (printed, sprintf ('32 x 32 pixels of class %s\n', class (pairs{k,2})))));
+%!   expected = attribute_profile_montage (attribute_profile (pairs{k,2}, 'area', [100 1000 10000]), [100 1000 10000], 1/4);
+%!   assert (double (imread (fullfile (folder, 'area.png'))), double (expected), 1);
 %! endfor
-%! assert (montages{1}, montages{2}, 1);
+%! fail ("attribute_profile_demo (picture)", 'give a picture file and a folder');
+%! fail ("evalc ('attribute_profile_demo (picture, folder, 0)')", 'STEP has to be');
 
 %!test <*misplaced planes are errors>
 %! faults = {'n + 1', '1', 'middle plane';  % plane, what is added to it, part of the message
