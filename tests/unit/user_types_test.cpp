@@ -11,7 +11,7 @@
 #include <qel/data/duplicate.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/fun/geq.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 #include <qel/morpho/tree/filter/direct.hpp>
 #include <qel/morpho/tree/filter/max.hpp>
 #include <qel/morpho/tree/filter/min.hpp>

@@ -23,11 +23,11 @@
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
-#include <qel/morpho/tree/filter_planes.hpp>
+#include <qel/morpho/tree/filter/batch/filter_planes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
-#include <qel/morpho/tree/sweep_sites.hpp>
+#include <qel/morpho/tree/sweep/sweep_sites.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
@@ -70,7 +70,7 @@ void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N&
 /// \throws std::bad_alloc, and what rule and sink throw.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
 void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const Accumulator<A>& a,
-                       const std::vector<L>& thresholds, const Rule& rule, Sink& sink) {
+                       const std::vector<L>& thresholds, const Rule& rule, Sink&& sink) {
   const I& input = qel::internal::force_exact<I>(image);
   const N& exact_nbh = qel::internal::force_exact<N>(nbh);
   const A& exact_a = qel::internal::force_exact<A>(a);

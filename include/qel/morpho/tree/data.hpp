@@ -11,8 +11,8 @@
 #include <qel/data/check_init.hpp>
 #include <qel/data/geom/bbox.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
-#include <qel/morpho/tree/node_sheet.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <utility>

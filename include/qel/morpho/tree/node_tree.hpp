@@ -14,8 +14,8 @@
 #include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/check_init.hpp>
-#include <qel/morpho/tree/node_sheet.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
 
 namespace qel {
 

@@ -8,9 +8,9 @@
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/attribute/card.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
-#include <qel/morpho/tree/filter_each.hpp>
-#include <qel/morpho/tree/filter_planes.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
+#include <qel/morpho/tree/filter/batch/filter_each.hpp>
+#include <qel/morpho/tree/filter/batch/filter_planes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/propagate_representative.hpp>
 #include <qel/pw/cst.hpp>
