@@ -11,18 +11,17 @@
 #include "bench/picture.hpp"
 #include "entry/array_bridge.hpp"
 #include "entry/profile.hpp"
-#include "entry/rule.hpp"
 
 #include <qel/core/image2d.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/named_attributes.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
-#include <qel/morpho/tree/filter_planes.hpp>
+#include <qel/morpho/tree/filter/batch/filter_planes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
-#include <qel/morpho/tree/sweep_sites.hpp>
+#include <qel/morpho/tree/sweep/sweep_sites.hpp>
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
@@ -107,7 +106,7 @@ void run_tree(const qel::image2d<T>& image, const qel::morpho::tree::sweep_sites
   std::vector<decltype(qel::pw::value_(values) >= qel::pw::cst_(L()))> keep;
   keep.reserve(thresholds.size());
   for (const L t : thresholds) keep.push_back(qel::pw::value_(values) >= qel::pw::cst_(t));
-  qel::morpho::tree::filter_planes(made_nodes, keep, entry::named_rule{rule}, sink);
+  qel::morpho::tree::filter_planes(made_nodes, keep, entry::rule_called(rule), sink);
 }
 
 template <typename T, typename Attribute>

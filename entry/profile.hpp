@@ -5,12 +5,14 @@
 // The attribute profile, written as a host wants it: column by column, plane after plane.
 
 #include "entry/array_bridge.hpp"
-#include "entry/rule.hpp"
+#include "entry/host.hpp"
+#include "entry/messages.hpp"
 
 #include <qel/accu/accumulator.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/morpho/attribute_profile.hpp>
+#include <qel/morpho/tree/filter/named_rule.hpp>
 
 #include <string>
 #include <vector>
@@ -41,6 +43,11 @@ struct column_planes {
   }
 };
 
+/// The rule of this name. A call with an unknown name ends when the rule is first used, and not before.
+inline auto rule_called(const std::string& name) {
+  return qel::morpho::tree::filter::named_rule(name, [] { mexErrMsgTxt(messages::unknown_rule); });
+}
+
 }  // namespace entry
 
 /// Writes the profile of an image of S pixels, N thresholds: 2N + 1 planes of S elements, each column-major.
@@ -56,8 +63,8 @@ struct column_planes {
 template <typename I, typename V, typename A, typename N, typename L>
 void _compute_attribute_profile(const qel::Image<I>& image, V*& position, const qel::Accumulator<A>& a,
                                 const qel::Neighborhood<N>& neighborhood, std::vector<L> lambdas, std::string rule) {
-  entry::column_planes<V> planes{position};
-  qel::morpho::attribute_profile(image, neighborhood, a, lambdas, entry::named_rule{rule}, planes);
+  qel::morpho::attribute_profile(image, neighborhood, a, lambdas, entry::rule_called(rule),
+                                 entry::column_planes<V>{position});
 }
 
 #endif  // ENTRY_PROFILE_HPP

@@ -26,7 +26,7 @@
 #include <qel/data/sort_psites.hpp>
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/attribute/card.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
 #include <qel/morpho/tree/filter/min.hpp>
 #include <qel/morpho/tree/propagate_representative.hpp>

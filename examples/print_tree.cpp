@@ -15,7 +15,7 @@
 #include <qel/morpho/attribute/deviation.hpp>
 #include <qel/morpho/attribute/diagonal.hpp>
 #include <qel/morpho/attribute/inertia.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
 #include <qel/morpho/tree/piter.hpp>
 

@@ -4,10 +4,9 @@
 
 #include <vector>
 
-#include "program/block_profile.hpp"
 #include "program/gdal_errors.hpp"
-#include "program/rectangle.hpp"
 #include "program/request.hpp"
+#include "program/scene.hpp"
 #include "program/scene_file.hpp"
 
 namespace program {

@@ -6,8 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "program/block_profile.hpp"
-#include "program/rectangle.hpp"
+#include "program/scene.hpp"
 
 namespace program {
 

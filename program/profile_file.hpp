@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "program/gdal_errors.hpp"
-#include "program/rectangle.hpp"
+#include "program/scene.hpp"
 #include "program/scene_file.hpp"
 
 namespace program {

@@ -17,13 +17,13 @@
 #include <tuple>
 #include <vector>
 
-#include "program/block_profile.hpp"
 #include "program/describe.hpp"
 #include "program/failure.hpp"
 #include "program/job.hpp"
 #include "program/plan.hpp"
 #include "program/profile_file.hpp"
 #include "program/progress.hpp"
+#include "program/scene.hpp"
 #include "program/whole_profile.hpp"
 #include "program/window_memory.hpp"
 

@@ -14,8 +14,7 @@
 
 #include "program/gdal_errors.hpp"
 #include "program/pixel_type.hpp"
-#include "program/rectangle.hpp"
-#include "program/window.hpp"
+#include "program/scene.hpp"
 
 namespace program {
 

@@ -4,16 +4,15 @@
 
 #include <qel/core/neighb2d.hpp>
 #include <qel/morpho/attribute_profile.hpp>
-#include <qel/morpho/tree/filter/rules.hpp>
-#include <qel/morpho/tree/filter_each.hpp>
+#include <qel/morpho/tree/filter/named_rule.hpp>
 
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "program/rectangle.hpp"
-#include "program/window.hpp"
+#include "program/failure.hpp"
+#include "program/scene.hpp"
 
 namespace program {
 
@@ -61,25 +60,6 @@ class strip_planes {
   int plane_ = 0;
 };
 
-/// The rule of this name, which is known to be one.
-struct named_rule {
-  const std::string& name;
-
-  template <typename T, typename F, typename P>
-  void operator()(const T& tree, F& image, const P& keep) const {
-    qel::morpho::tree::filter::apply_rule(name, tree, image, keep);
-  }
-
-  /// The same for many predicates at once.
-  template <typename T, typename P>
-  std::vector<typename T::function> batch(const T& nodes, const P* first, const P* last) const {
-    std::vector<typename T::function> values;
-    qel::morpho::tree::filter::with_rule(
-        name, [&](const auto& rule) { values = qel::morpho::tree::filter_each(nodes, first, last, rule); });
-    return values;
-  }
-};
-
 /// Gives `write` the 2N + 1 planes of a window by itself, as far as they lie in `part`.
 ///
 /// \param A  the attribute.
@@ -87,8 +67,9 @@ struct named_rule {
 template <typename A, typename T, typename Write>
 void write_profile(const window<T>& w, const rectangle& part, const qel::neighb2d& neighborhood,
                    const std::vector<typename A::result>& thresholds, const std::string& rule, Write write) {
-  strip_planes<T, Write> planes(w, part, std::move(write));
-  qel::morpho::attribute_profile(w.values, neighborhood, A(), thresholds, named_rule{rule}, planes);
+  const qel::morpho::tree::filter::named_rule by_name(rule, [&] { throw failure("there is no rule " + rule); });
+  qel::morpho::attribute_profile(w.values, neighborhood, A(), thresholds, by_name,
+                                 strip_planes<T, Write>(w, part, std::move(write)));
 }
 
 }  // namespace program

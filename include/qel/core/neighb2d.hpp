@@ -57,26 +57,28 @@ using neighb2d = neighb<window2d>;
 
 namespace internal {
 
-/// A shared neighbourhood, filled from a table at the first call and kept until the program or module ends.
-inline const neighb2d& filled_once(neighb2d& it, const bool (&vals)[9]) {
-  if (it.size() == 0) convert::over_load::from_to_<9u>(vals, it);
+/// The neighbours for which the table, a square of 3 x 3 row by row, has true.
+inline neighb2d filled(const bool (&vals)[9]) {
+  neighb2d it;
+  convert::over_load::from_to_<9u>(vals, it);
+  static_cast<void>(it.win().dp(0));  // the first read freezes the set, which writes: done before threads share it
   return it;
 }
 
 }  // namespace internal
 
-/// The four neighbours: up, left, right, down. One object, built at the first call and kept.
+/// The four neighbours: up, left, right, down. One object, built at the first call, by whichever thread makes it, and kept.
 inline const neighb2d& c4() {
   static const bool vals[9] = {false, true, false, true, false, true, false, true, false};
-  static neighb2d it;
-  return internal::filled_once(it, vals);
+  static const neighb2d it = internal::filled(vals);
+  return it;
 }
 
 /// The eight neighbours: up-left, up, up-right, left, right, down-left, down, down-right. Kept like `c4()`.
 inline const neighb2d& c8() {
   static const bool vals[9] = {true, true, true, true, false, true, true, true, true};
-  static neighb2d it;
-  return internal::filled_once(it, vals);
+  static const neighb2d it = internal::filled(vals);
+  return it;
 }
 
 }  // namespace qel

@@ -8,7 +8,9 @@
 // Each traced operation opens a scope by `entering` with its name and closes it by `exiting` with the same
 // name. A scope that is closed twice, or under another name, is told on `std::cerr`, and tracing goes off.
 //
-// The state is process-wide and without locks. Cost when quiet: one test, and the caller's temporary string.
+// The state is process-wide and without locks: one thread may trace, while no other runs anything of the library. While
+// `quiet` is true nothing is written, and any number of threads may run, each on its own images. Cost when quiet: one
+// test, and the caller's temporary string.
 
 #include <ctime>
 #include <iostream>
@@ -107,12 +109,14 @@ inline void exiting(const std::string& scope) {
 
 /// Silences what follows, up to `resume`, unless `full_trace` is set.
 inline void suspend() {
-  internal::is_quiet = quiet;
-  if (!full_trace) quiet = true;
+  if (internal::is_quiet != quiet) internal::is_quiet = quiet;
+  if (!quiet && !full_trace) quiet = true;
 }
 
 /// Undoes `suspend`.
-inline void resume() { quiet = internal::is_quiet; }
+inline void resume() {
+  if (quiet != internal::is_quiet) quiet = internal::is_quiet;
+}
 
 }  // namespace trace
 

@@ -4,7 +4,7 @@
 
 #include <qel/data/duplicate.hpp>
 #include <qel/morpho/attribute/card.hpp>
-#include <qel/morpho/tree/compute_attribute_image.hpp>
+#include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 
 #include <ctime>
 

@@ -7,9 +7,9 @@
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/core/trait_image.hpp>
-#include <qel/morpho/tree/compute_parent_generic.hpp>
-#include <qel/morpho/tree/flooded_node_table.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/flood/flooded_node_table.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
+#include <qel/morpho/tree/union_find/compute_parent_generic.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <type_traits>

@@ -7,7 +7,7 @@
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
 
 namespace qel {
 

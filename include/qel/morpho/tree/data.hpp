@@ -5,14 +5,14 @@
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/core/concept/site_set.hpp>
-#include <qel/core/p_array.hpp>
-#include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/site_set/p_array.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/check_init.hpp>
 #include <qel/data/geom/bbox.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
-#include <qel/morpho/tree/node_sheet.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <utility>

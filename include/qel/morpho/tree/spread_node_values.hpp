@@ -4,7 +4,7 @@
 
 #include <qel/core/trait_image.hpp>
 #include <qel/data/check_init.hpp>
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
 
 namespace qel {
 

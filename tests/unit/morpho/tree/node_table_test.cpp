@@ -2,13 +2,13 @@
 
 // The flood against the plain form, union-find: whichever finds the nodes, it is the same tree.
 
-#include <qel/morpho/tree/node_table.hpp>
+#include <qel/morpho/tree/nodes/node_table.hpp>
 
 #include <qel/core/util/priority_bits.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/compute_parent.hpp>
-#include <qel/morpho/tree/compute_parent_generic.hpp>
-#include <qel/morpho/tree/node_sheet.hpp>
+#include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/union_find/compute_parent_generic.hpp>
 
 #include <algorithm>
 #include <random>

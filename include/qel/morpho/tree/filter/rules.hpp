@@ -4,7 +4,7 @@
 
 // The rules as objects, and by the names that users know.
 
-#include <qel/morpho/tree/filter/batch.hpp>
+#include <qel/morpho/tree/filter/batch/batch.hpp>
 #include <qel/morpho/tree/filter/direct.hpp>
 #include <qel/morpho/tree/filter/max.hpp>
 #include <qel/morpho/tree/filter/min.hpp>

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_FILTER_BATCH_BATCH_HPP
+#define QEL_MORPHO_TREE_FILTER_BATCH_BATCH_HPP
+
+// The rules for many predicates at once, on a node tree.
+//
+// Each function gives what its namesake in `filter` gives for each predicate by itself, to the bit; read that one for
+// what the rule means. The namesakes walk over the nodes for each predicate, and look for the same nodes and parents
+// each time. Here a walk serves eight of them: the answers about a node are the bits of a byte, which the rule carries
+// to children or parents, and the values of all planes are written where the walk comes by. The predicates are asked
+// about every node first, in the order of the numbers, also where a namesake would not ask.
+//
+// Nothing of this is traced.
+
+#include <qel/core/internal/wrapping.hpp>
+#include <qel/morpho/tree/filter/batch/failures.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
+#include <qel/morpho/tree/nodes/node_sheet.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace filter {
+
+/// The rules for many predicates at once.
+namespace batch {
+
+namespace internal {
+
+using filter::internal::failure_bits;
+
+/// Calls `visit(node, parent)` with the numbers of each node and its parent, each node before its parent. A root is its
+/// own parent.
+template <typename T, typename Visit>
+void for_each_upward(const node_tree<T>& nodes, Visit visit) {
+  using tree::internal::node_sheet;
+  const auto& upward = nodes.nodes().vect_;
+  for (std::size_t i = 0; i < upward.size(); ++i)
+    visit(node_sheet::number(upward[i]), node_sheet::number(nodes.parent(upward[i])));
+}
+
+/// The same, each node after its parent.
+template <typename T, typename Visit>
+void for_each_downward(const node_tree<T>& nodes, Visit visit) {
+  using tree::internal::node_sheet;
+  const auto& upward = nodes.nodes().vect_;
+  for (std::size_t i = upward.size(); i-- > 0;)
+    visit(node_sheet::number(upward[i]), node_sheet::number(nodes.parent(upward[i])));
+}
+
+/// The node values of some planes, as they are written: a node after its parent, all planes of a node at once. A root
+/// keeps its value.
+template <typename T>
+class planes {
+ public:
+  using value = typename node_tree<T>::value;
+  using function = typename node_tree<T>::function;
+
+  /// `n` planes, in which nothing has been set. \throws std::bad_alloc
+  planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), n_(n) {
+    images_.reserve(n);
+    for (std::size_t k = 0; k < n; ++k) {
+      images_.emplace_back();
+      images_.back().init_(nodes.f().domain(), 0);
+      plane_[k] = images_.back().buffer();
+    }
+  }
+
+  /// Gives `node` the value of its parent in the planes whose bits are set, and its own in the others.
+  void replace(unsigned node, unsigned parent, failure_bits removed) {
+    const value own = input_[node];
+    if (node == parent) return keep(node);
+    for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = (removed >> k & 1) != 0 ? plane_[k][parent] : own;
+  }
+
+  /// The same, but in the others `node` moves as far as its parent has moved.
+  void replace_or_shift(unsigned node, unsigned parent, failure_bits removed) {
+    using qel::internal::difference;
+    const value own = input_[node];
+    const value own_of_parent = input_[parent];
+    if (node == parent) return keep(node);
+    for (std::size_t k = 0; k < n_; ++k) {
+      const value above = plane_[k][parent];
+      // A root that is infinite has not moved either.
+      const value moved = above == own_of_parent ? value() : difference(own_of_parent, above);
+      plane_[k][node] = (removed >> k & 1) != 0 ? above : difference(own, moved);
+    }
+  }
+
+  const std::vector<function>& images() const { return images_; }
+
+ private:
+  void keep(unsigned node) {
+    for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = input_[node];
+  }
+
+  const value* input_;
+  std::size_t n_;
+  std::array<value*, filter::internal::most_predicates> plane_;
+  std::vector<function> images_;
+};
+
+/// The planes of all predicates from `first` to `last`: `write(planes, failures)` fills those of some at a time.
+template <typename T, typename P, typename Write>
+std::vector<typename node_tree<T>::function> in_batches(const node_tree<T>& nodes, const P* first, const P* last,
+                                                        Write write) {
+  std::vector<typename node_tree<T>::function> result;
+  while (first != last) {
+    const auto n = std::min(static_cast<std::size_t>(last - first), filter::internal::most_predicates);
+    planes<T> batch(nodes, n);
+    std::vector<failure_bits> failures = filter::internal::failures(nodes.nnodes(), first, n);
+    write(batch, failures.data());
+    result.insert(result.end(), batch.images().begin(), batch.images().end());
+    first += n;
+  }
+  return result;
+}
+
+}  // namespace internal
+
+/// `filter::min` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of nodes.
+///
+/// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
+///
+/// \throws std::bad_alloc, and what the predicates throw.
+template <typename T, typename P>
+std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
+    internal::for_each_downward(nodes, [=, &planes](unsigned node, unsigned parent) {
+      failed[node] |= failed[parent];
+      planes.replace(node, parent, failed[node]);
+    });
+  });
+}
+
+/// `filter::max` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of nodes.
+///
+/// Cost: two walks over the nodes for each eight predicates; memory for the results, and a byte for each node.
+///
+/// \throws std::bad_alloc, and what the predicates throw.
+template <typename T, typename P>
+std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
+    internal::for_each_upward(nodes, [=](unsigned node, unsigned parent) { failed[parent] &= failed[node]; });
+    internal::for_each_downward(
+        nodes, [=, &planes](unsigned node, unsigned parent) { planes.replace(node, parent, failed[node]); });
+  });
+}
+
+/// `filter::direct` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of
+/// nodes.
+///
+/// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
+///
+/// \throws std::bad_alloc, and what the predicates throw.
+template <typename T, typename P>
+std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
+    internal::for_each_downward(
+        nodes, [=, &planes](unsigned node, unsigned parent) { planes.replace(node, parent, failed[node]); });
+  });
+}
+
+/// `filter::sub` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of nodes.
+///
+/// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
+///
+/// \throws std::bad_alloc, and what the predicates throw.
+template <typename T, typename P>
+std::vector<typename node_tree<T>::function> sub(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
+    internal::for_each_downward(
+        nodes, [=, &planes](unsigned node, unsigned parent) { planes.replace_or_shift(node, parent, failed[node]); });
+  });
+}
+
+}  // namespace batch
+
+}  // namespace filter
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_FILTER_BATCH_BATCH_HPP

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_FLOOD_LEVEL_QUEUES_HPP
+#define QEL_MORPHO_TREE_FLOOD_LEVEL_QUEUES_HPP
+
+#include <qel/morpho/tree/flood/waiting_levels.hpp>
+
+#include <algorithm>
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// The waiting sites of a flood, by level. A block with one place for each site serves all levels: it is known how many
+/// sites a level has.
+///
+/// \tparam layers those of the `priority_bits` that find the next level.
+template <unsigned layers>
+class level_queues : public waiting_levels<layers> {
+ public:
+  /// \param below  for each level, the number of sites that have a lower one.
+  /// \param places room for as many sites as there are, kept by the caller.
+  /// \throws std::bad_alloc
+  level_queues(const std::vector<unsigned>& below, unsigned* places)
+      : waiting_levels<layers>(below.size()), places_(places) {
+    ranges_.reserve(below.size());
+    for (const unsigned first : below) ranges_.push_back({first, first});
+  }
+
+  void push(unsigned level, unsigned site) {
+    places_[ranges_[level].top++] = site;
+    this->insert(level);
+  }
+
+  bool is_empty(unsigned level) const { return ranges_[level].top == ranges_[level].bottom; }
+
+  /// \pre the level's queue is not empty.
+  unsigned pop(unsigned level) { return places_[--ranges_[level].top]; }
+
+  /// A site of the level that will be popped soon: worth fetching from memory. If there is none, `popped` or another site of
+  /// the level. \pre `popped` has just been popped from the level.
+  unsigned peek(unsigned level, unsigned popped) const {
+    const range& taken = ranges_[level];
+    return taken.top == taken.bottom ? popped : places_[std::max(taken.bottom + 2, taken.top) - 2];
+  }
+
+ private:
+  /// The places of one level: those in [bottom, top) are taken.
+  struct range {
+    unsigned bottom;
+    unsigned top;
+  };
+
+  std::vector<range> ranges_;
+  unsigned* places_;
+};
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_FLOOD_LEVEL_QUEUES_HPP

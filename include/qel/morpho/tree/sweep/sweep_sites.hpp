@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP
+#define QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP
+
+#include <qel/core/concept/site_set.hpp>
+#include <qel/core/point2d.hpp>
+#include <qel/core/site_set/p_array.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
+#include <qel/core/site_set/p_indexed_psite.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/data/sort_psites.hpp>
+#include <qel/morpho/tree/sweep/sweep_order.hpp>
+#include <qel/trace/trace.hpp>
+
+#include <algorithm>
+#include <type_traits>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+/// The sites of an image of type I in the sweep order of its min-tree or max-tree: the array that the sorts give, made
+/// when a site is first asked for.
+///
+/// With values of 8 and 16 bits the flood needs of the array its order only, and so do accumulators of a `node_tree` on an
+/// `image2d` in which no node has very many children: then it is never made. An outline shows the sort where the
+/// definition has it: with tracing on, it is made at once.
+///
+/// The image is only referred to: keep it alive and unchanged.
+template <typename I>
+class sweep_sites : public Site_Set<sweep_sites<I>> {
+ public:
+  /// A site as it is stored.
+  using site = point2d;
+  /// A position in the array, with the site found there.
+  using psite = p_indexed_psite<sweep_sites>;
+  /// The walk in the order of the array.
+  using fwd_piter = p_indexed_fwd_piter<sweep_sites>;
+  /// The walk from the last site to the first.
+  using bkd_piter = p_indexed_bkd_piter<sweep_sites>;
+
+  /// \param increasing whether values ascend, for a max-tree, or descend, for a min-tree.
+  /// \pre the domain of `f` has sites, and no value is NaN.
+  sweep_sites(const I& f, bool increasing) : f_(f), increasing_(increasing) {
+    if (!trace::quiet) array();
+  }
+
+  /// Not copied: it refers to the image, and the array is large.
+  sweep_sites(const sweep_sites&) = delete;
+  /// Not assigned.
+  sweep_sites& operator=(const sweep_sites&) = delete;
+
+  /// Turns to the other direction: what has been given out before ends here. Where the one array is the mirror of the other,
+  /// that is with values of more than 8 bits, an array made before is turned round, in one pass and no new memory;
+  /// otherwise it is released. With tracing on the sites are sorted anew, as the outline has it.
+  ///
+  /// \throws std::bad_alloc with tracing on.
+  void turn() {
+    increasing_ = !increasing_;
+    if (trace::quiet && is_mirrored())
+      std::reverse(array_.vect_.begin(), array_.vect_.end());
+    else
+      array_ = p_array2d();
+    if (!trace::quiet) array();
+  }
+
+  /// The sorted sites. Made at the first call.
+  ///
+  /// Cost of the first call: that of the sort, and 4 bytes a site.
+  ///
+  /// \throws std::bad_alloc at the first call.
+  const p_array2d& array() const {
+    if (array_.nsites() == 0)
+      array_ = increasing_ ? qel::data::sort_psites_increasing(f_) : qel::data::sort_psites_decreasing(f_);
+    return array_;
+  }
+
+  /// Number of sites.
+  unsigned nsites() const { return f_.domain().nsites(); }
+
+  /// Whether the index of `q` is that of a site; the site itself is not looked at.
+  bool has(const psite& q) const { return q.index() >= 0 && static_cast<unsigned>(q.index()) < nsites(); }
+
+  /// Site number `i`. See `array()`. \pre `i < nsites()`.
+  const site& operator[](unsigned i) const { return array()[i]; }
+
+  /// Always true.
+  bool is_valid() const { return true; }
+
+  /// The order, without a look at the sites.
+  internal::sweep_order order() const { return {increasing_, increasing_ || !is_mirrored()}; }
+
+  /// What a flood asks instead of the sites.
+  friend auto order_of(const I&, const sweep_sites& s) { return s.order(); }
+
+  /// For loops over all sites.
+  friend const p_array2d& stored_sites(const sweep_sites& s) { return s.array(); }
+
+ private:
+  /// Whether one array is the exact mirror of the other, ties included.
+  static constexpr bool is_mirrored() {
+    return std::is_same_v<typename trait::image_<I>::quant, trait::image::quant::high>;
+  }
+
+  const I& f_;
+  bool increasing_;
+  mutable p_array2d array_;
+};
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP

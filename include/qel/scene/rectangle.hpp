@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_SCENE_RECTANGLE_HPP
+#define QEL_SCENE_RECTANGLE_HPP
+
+// Places in a scene: whole scene, blocks, windows around them. Counted in pixels from the scene's top left corner, in 64
+// bits: a scene has more rows and columns than an image of the library can have.
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+namespace qel {
+
+namespace scene {
+
+/// `rows` x `cols` pixels from row `row` and column `col` on; empty without rows or columns.
+struct rectangle {
+  std::int64_t row = 0;
+  std::int64_t col = 0;
+  std::int64_t rows = 0;
+  std::int64_t cols = 0;
+
+  std::int64_t end_row() const { return row + rows; }
+  std::int64_t end_col() const { return col + cols; }
+  std::int64_t pixels() const { return rows * cols; }
+  bool empty() const { return rows <= 0 || cols <= 0; }
+
+  friend bool operator==(const rectangle& a, const rectangle& b) {
+    return a.row == b.row && a.col == b.col && a.rows == b.rows && a.cols == b.cols;
+  }
+};
+
+/// What lies in both; perhaps empty.
+inline rectangle intersection(const rectangle& a, const rectangle& b) {
+  const std::int64_t row = std::max(a.row, b.row);
+  const std::int64_t col = std::max(a.col, b.col);
+  return {row, col, std::min(a.end_row(), b.end_row()) - row, std::min(a.end_col(), b.end_col()) - col};
+}
+
+/// The smallest rectangle around both; an empty one does not count.
+inline rectangle united(const rectangle& a, const rectangle& b) {
+  if (a.empty()) return b;
+  if (b.empty()) return a;
+  const std::int64_t row = std::min(a.row, b.row);
+  const std::int64_t col = std::min(a.col, b.col);
+  return {row, col, std::max(a.end_row(), b.end_row()) - row, std::max(a.end_col(), b.end_col()) - col};
+}
+
+/// `r` with `overlap` pixels more on each side, as far as `scene` goes. \pre `r` lies in `scene`.
+inline rectangle window_around(const rectangle& r, std::int64_t overlap, const rectangle& scene) {
+  return intersection({r.row - overlap, r.col - overlap, r.rows + 2 * overlap, r.cols + 2 * overlap}, scene);
+}
+
+/// `region` cut into blocks of `side` x `side` pixels, those at its right and lower end perhaps smaller; row by row.
+inline std::vector<rectangle> blocks_of(const rectangle& region, std::int64_t side) {
+  std::vector<rectangle> blocks;
+  for (std::int64_t row = region.row; row < region.end_row(); row += side)
+    for (std::int64_t col = region.col; col < region.end_col(); col += side)
+      blocks.push_back(intersection({row, col, side, side}, region));
+  return blocks;
+}
+
+}  // namespace scene
+
+}  // namespace qel
+
+#endif  // QEL_SCENE_RECTANGLE_HPP
