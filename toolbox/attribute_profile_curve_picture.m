@@ -256,15 +256,6 @@ end
 %!   assert (rows', bottom + sqrt (axis{2} / 100) * (top - bottom), 0.5 + 1e-9);
 %! endfor
 
-%!test <*the curve runs through its points>
-%! Y = [0 3 3 40 51 51 90 100];
-%! picture = attribute_profile_curve_picture (1:8, Y);
-%! [top, bottom, left, right] = frame_of (picture);
-%! for k = 2:7
-%!   row = round (bottom + sqrt (Y(k) / 100) * (top - bottom));
-%!   assert (picture(row, round (left + (k-1) / 7 * (right - left))), uint8 (0));
-%! endfor
-
 %!test <*captions leave each other legible and are not cut>
 %! X = 1:1000;
 %! L = [1 2 3 4 500 999.5 999.75 1000];
