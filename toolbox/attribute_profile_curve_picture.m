@@ -74,41 +74,33 @@ function picture = attribute_profile_curve_picture (X, Y, L, A)
   highest = max (Y);
   up = @(y) sqrt (y / max ([highest, realmin]));
 
-  height = 300;
-  width = 600;
-  margin = 8;  % more than a pen is wide
-  line_height = 22;
-  captions = captions_of (L);
+  x_ticks = ticks (X(1), X(end), logarithmic);
   y_ticks = root_ticks (highest);
   y_captions = captions_of (y_ticks);
-  left = line_height + margin + max (widths_of (y_captions)) + margin;
-  total = left + width + margin;
-  column = @(x) left + 1 + round (across (x) * (width - 1));
-  columns = starts_of (captions, column (L), left + 1, total);
-  lines = lines_of (captions, columns);
-  top = margin + line_height * max ([lines, 1]);
-  bottom = top + height;
-  row = @(part) bottom - round ((height - 1) * part);
+  size_of = struct ('width', 600, 'height', 300, 'margin', 8, 'line', 22);  % a margin is more than a pen is wide
+  left = size_of.line + 2 * size_of.margin + max (widths_of (y_captions));
+  total = left + size_of.width + size_of.margin;
+  column = @(x) left + 1 + round (across (x) * (size_of.width - 1));
+  captions = captions_of (L);
+  starts = starts_of (captions, column (L), left + 1, total);
+  lines = lines_of (captions, starts);
+  top = size_of.margin + size_of.line * max ([lines, 1]);
+  bottom = top + size_of.height;
+  row = @(part) bottom - round ((size_of.height - 1) * part);
 
-  picture = repmat (uint8 (255), bottom + margin + 2 * line_height, total);
+  picture = repmat (uint8 (255), bottom + size_of.margin + 2 * size_of.line, total);
   for k = 1:numel (L)
-    picture(top+1-line_height*lines(k):bottom,column(L(k))) = 160;
+    picture(top+1-size_of.line*lines(k):bottom,column(L(k))) = 160;
   end
-  picture([top+1 bottom],left+(1:width)) = 160;
-  picture(top+1:bottom,left+[1 width]) = 160;
-
-  x_ticks = ticks (X(1), X(end), logarithmic);
-  x_captions = captions_of (x_ticks);
-  starts = starts_of (x_captions, column (x_ticks), 1, total);
-  for k = find (legible (starts, starts + widths_of (x_captions)))
-    picture(bottom+(1:4),column(x_ticks(k))) = 160;
-    picture = with_text (picture, x_captions{k}, bottom + margin, starts(k));
-  end
-  tick_rows = row (up (y_ticks));
-  for k = find (legible (tick_rows - 9, tick_rows + 9))
-    picture(tick_rows(k),left-(0:3)) = 160;
-    picture = with_text (picture, y_captions{k}, tick_rows(k) - 9, left - margin + 1 - size (y_captions{k}, 2));
-  end
+  picture([top+1 bottom],left+(1:size_of.width)) = 160;
+  picture(top+1:bottom,left+[1 size_of.width]) = 160;
+  picture = with_x_ticks (picture, captions_of (x_ticks), column (x_ticks), bottom, size_of.margin);
+  picture = with_y_ticks (picture, y_captions, row (up (y_ticks)), left, size_of.margin);
+  mask = large_text (name);
+  picture = with_text (picture, mask, bottom + size_of.margin + size_of.line, ...
+                       left + floor ((size_of.width - size (mask, 2)) / 2));
+  mask = rot90 (large_text ('grey levels removed'));
+  picture = with_text (picture, mask, top + floor ((size_of.height - size (mask, 1)) / 2), 1);
 
   knots = [X(1), L, X(end)];
   heights = interp1 (across (X), up (Y), across (knots));
@@ -118,13 +110,23 @@ function picture = attribute_profile_curve_picture (X, Y, L, A)
   picture = with_line (picture, row (up (Y)), column (X), 0, 0);
   for k = 2:numel (knots) - 1
     picture(row (heights(k))+(-3:3),column (knots(k))+(-3:3)) = 0;
-    picture = with_text (picture, captions{k-1}, top - line_height * lines(k-1), columns(k-1));
+    picture = with_text (picture, captions{k-1}, top - size_of.line * lines(k-1), starts(k-1));
   end
+end
 
-  mask = large_text (name);
-  picture = with_text (picture, mask, bottom + margin + line_height, left + floor ((width - size (mask, 2)) / 2));
-  mask = rot90 (large_text ('grey levels removed'));
-  picture = with_text (picture, mask, top + floor ((height - size (mask, 1)) / 2), 1);
+function picture = with_x_ticks (picture, captions, columns, bottom, margin)
+  starts = starts_of (captions, columns, 1, size (picture, 2));
+  for k = find (legible (starts, starts + widths_of (captions)))
+    picture(bottom+(1:4),columns(k)) = 160;
+    picture = with_text (picture, captions{k}, bottom + margin, starts(k));
+  end
+end
+
+function picture = with_y_ticks (picture, captions, rows, left, margin)
+  for k = find (legible (rows - 9, rows + 9))
+    picture(rows(k),left-(0:3)) = 160;
+    picture = with_text (picture, captions{k}, rows(k) - 9, left - margin + 1 - size (captions{k}, 2));
+  end
 end
 
 function valid = is_increasing (values)
