@@ -36,11 +36,11 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %   X begins with the last threshold that removes nothing; for the standard
 %   deviation with HIGH / 60, because regions of one value have 0 and go at once;
 %   for the inertia not below 1/6, that of a square, because what has less is
-%   compact.  It ends, at HIGH, with the last threshold by
-%   which one of the two planes keeps a tenth of the standard deviation of I; for
-%   the area with a tenth of the pixels, for the diagonal with a third of the
-%   picture's own, if that is less.  Both ends are searched in two steps, to
-%   about a thousandth of what is searched.
+%   compact.  It ends, at HIGH, with the last threshold by which one of the two
+%   planes keeps a tenth of the standard deviation of I; for the area with a tenth
+%   of the pixels, for the diagonal with a third of the picture's own, if that is
+%   less.  Both ends are searched in two steps, to about a thousandth of what is
+%   searched.
 %
 %   How L is chosen
 %
@@ -57,11 +57,11 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %
 %   Cost
 %
-%   The curve is computed twice, and in part a third time, to find the range; once
-%   if you give it.  One call of attribute_profile gives all its planes if they
-%   take up to 512 MB, which is 4 million pixels of uint8.  If they take more, it
-%   is one call for every 4 thresholds, so that no more than 9 planes are held at
-%   a time (Octave holds the result of a call twice while it returns).
+%   The curve takes 60 thresholds, and up to 180 more find its range, if you do not
+%   give it.  One call of attribute_profile gives all planes of 60 if they take up
+%   to 512 MB, which is 4 million pixels of uint8.  If they take more, it is one call
+%   for every 4 thresholds, so that no more than 9 planes are held at a time (Octave
+%   holds the result of a call twice while it returns).
 %
 %   Errors
 %
@@ -137,9 +137,9 @@ function [position, threshold, bounds] = axis_of (I, A)
   threshold = @exp;
   switch A(1)
     case 'a'
-      bounds = [1, floor(prod (sides) / 10)];
+      bounds = [1, max(1, floor (prod (sides) / 10))];
     case 'd'
-      bounds = [sqrt(2), norm(sides) / 3];
+      bounds = [sqrt(2), max(sqrt (2), norm (sides) / 3)];
     case 'i'
       % A straight line up to the square and the logarithm from there, with one slope where they meet.
       square = 1 / 6;
@@ -174,6 +174,7 @@ function range = range_of (I, A, C, F, spread_over, bounds)
   [Y_fine, kept_fine] = curve_at (I, A, fine, C, F);
   range = [max([X(1), fine(Y_fine == Y(1))]), max([X(1), fine(kept_fine)])];
   range = min (range, bounds(2));  % what rounding adds
+  range(2) = max (range);
   if A(1) == 's'
     range(1) = range(2) / 60;
   end
@@ -420,6 +421,7 @@ end
 %!error <from 1 to 1 there is nothing to choose for 'a'> attribute_profile_thresholds (uint8 (magic (4)), 'a', 3)
 %!error <from 2 to 3 there is nothing> attribute_profile_thresholds (uint8 (magic (9)), 'area', 3, [2 3])
 %!error <nothing to choose for 's'> attribute_profile_thresholds (uint8 ([1 0]), 's', 3)
+%!error <nothing to choose for 'd'> attribute_profile_thresholds (uint8 ([1 0]), 'd', 3)
 %!error <give an image, an attribute and> attribute_profile_thresholds (uint8 (magic (4)), 'area')
 %!test <*N is a whole number, and the inputs are those of a profile>
 %! I = uint8 (magic (4));
