@@ -19,12 +19,12 @@ namespace qel {
 /// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write the coordinates.
 template <typename G, typename C>
 struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, point<G, C>> {
-  /// A coordinate; signed, for the border of an image lies at negative ones.
+  /// A coordinate; signed, because the border of an image lies at negative ones.
   using coord = C;
   /// The displacement from one such site to another.
   using dpsite = dpoint<G, C>;
 
-  /// Unset coordinates: an image of sites costs no pass of its own when it is allocated.
+  /// Unset coordinates: to allocate an image of sites costs no pass.
   point() = default;
 
   /// The site of row `row` and column `col`; (0, 0) is the top left site of most images.
@@ -69,8 +69,8 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
 /// A site of the plane, two signed 16-bit coordinates.
 using point2d = point<grid::square, short>;
 
-// The friends of `point`, declared outside the class too: so they are found for whatever stands in for a site, an
-// iterator or a stored position, whose classes know nothing of them.
+// Declared outside the class too: only so are they found for an iterator or a stored position, which stand in for a
+// site.
 
 /// Whether both coordinates are equal; also for what stands in for a site.
 inline bool operator==(const point2d& a, const point2d& b);

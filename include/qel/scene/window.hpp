@@ -13,7 +13,7 @@ namespace qel {
 
 namespace scene {
 
-/// Rows or columns of a window: those of an image with the border that it gets when none is asked for.
+/// The most rows or columns of a window: those of an image with the usual border.
 inline constexpr auto longest_side = static_cast<std::int64_t>(greatest_length(3));
 
 /// A part of a scene that has been read, as an image whose first site is (0, 0).
