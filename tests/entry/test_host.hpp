@@ -2,10 +2,9 @@
 #ifndef TESTS_ENTRY_TEST_HOST_HPP
 #define TESTS_ENTRY_TEST_HOST_HPP
 
-// A host in the test program: the operations of entry/host.hpp over arrays in memory, so that whole calls run
-// without MATLAB or Octave. Errors are exceptions. Data blocks have exactly the size of their elements, for
-// the address sanitizer to see every access beyond them, and output arrays are filled with a pattern, not
-// with zeros, so that an element that was never written shows.
+// A host in the test program: the operations of entry/host.hpp over arrays in memory, for whole calls without MATLAB or
+// Octave. Errors are exceptions. Data blocks have exactly the size of their elements, so that the address sanitizer
+// sees every access beyond them. A pattern fills output arrays, so that an element that is never written shows.
 
 #include "entry/host.hpp"
 
@@ -45,8 +44,8 @@ void set_sparse(mxArray* a, std::size_t nonzeros);
 /// From now on mxArrayToString has no memory and returns null.
 void exhaust_text_memory();
 
-/// Calls mexFunction for one output and returns that output, or null if there is none. The output goes to
-/// `*plhs`, whose value survives an error; by default it goes to a slot of the call.
+/// Calls mexFunction for one output and returns that output, or null if there is none. The output goes to `*plhs`,
+/// whose value survives an error, or without `plhs` to a slot of the call.
 const mxArray* call(const std::vector<const mxArray*>& args, mxArray** plhs = nullptr);
 
 std::vector<std::size_t> dimensions(const mxArray* a);
@@ -119,7 +118,7 @@ std::vector<const mxArray*> inputs(const support::matrix<T>& image, const reques
   return result;
 }
 
-/// The planes that the call returns, one after the other. What was there before goes by reset().
+/// The planes that the call returns, one after the other. Calls reset() first.
 template <typename T>
 std::vector<T> planes(const support::matrix<T>& image, const request& r) {
   reset();

@@ -39,7 +39,7 @@ struct box_impl_<2, C, E> {
 /// The rectangle of the sites between two inclusive corners.
 ///
 /// `is_valid()` compares the corners in row-major order, not axis by axis: columns count only when the rows are equal.
-/// So a box with rows in order and columns the wrong way round is valid; its length wraps, and it has no site.
+/// So a box with rows in order and columns the wrong way round is valid; its length wraps, and it `has` no site.
 ///
 /// `pmin_row()`, `pmin_col()`, `pmax_row()` and `pmax_col()` are the coordinates of the corners; lengths and number of
 /// sites come from `Box`.

@@ -15,8 +15,8 @@ namespace qel {
 
 /// A site of the grid G: a plain value of two coordinates, the row and the column.
 ///
-/// Sites are stored by the million (parent images, sorted arrays), hence 16-bit coordinates: 4 bytes a site.
-/// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write the coordinates.
+/// Sites are stored by the million (parent images, sorted arrays), so coordinates have 16 bits: 4 bytes a site.
+/// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write them.
 template <typename G, typename C>
 struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, point<G, C>> {
   /// A coordinate; signed, because the border of an image lies at negative ones.

@@ -33,7 +33,7 @@ namespace scene {
 
 /// Thrown if no window that the limits allow proves a block.
 struct not_provable {
-  rectangle block;
+  rectangle block;        ///< that `run` was called for
   std::size_t threshold;  ///< index of the first threshold in doubt
 };
 
@@ -45,9 +45,9 @@ struct window_limits {
 
 /// What the blocks have cost.
 struct block_report {
-  std::int64_t blocks = 0;
-  std::int64_t read_again = 0;  ///< blocks that took more than one window for a direction
-  std::int64_t largest_overlap = 0;
+  std::int64_t blocks = 0;           ///< done
+  std::int64_t read_again = 0;       ///< blocks that took more than one window for a direction
+  std::int64_t largest_overlap = 0;  ///< of a window, in pixels on each side
 };
 
 /// Profiles blocks of a scene with values of type T by the attribute A, area or diagonal.
@@ -58,8 +58,10 @@ struct block_report {
 template <typename T, typename A, typename Read>
 class block_profile {
  public:
+  /// A value of the attribute.
   using threshold = typename A::result;
 
+  /// \pre `neighborhood` and `report` outlive this object, which refers to them.
   block_profile(const rectangle& scene, Read read, const neighb2d& neighborhood, std::vector<threshold> thresholds,
                 const window_limits& limits, block_report& report)
       : scene_(scene),

@@ -36,6 +36,7 @@ enum class direction { dark, bright };
 /// A plane of a block while it is computed.
 template <typename T>
 struct block_plane {
+  /// All pixels of `block_`, all in doubt. \throws std::bad_alloc
   explicit block_plane(const rectangle& block_)
       : block(block_), pixels(static_cast<std::size_t>(block.pixels())), doubt(block_) {}
 
@@ -44,7 +45,7 @@ struct block_plane {
     return pixels[static_cast<std::size_t>((row - block.row) * block.cols + (col - block.col))];
   }
 
-  rectangle block;
+  rectangle block;        ///< the block
   std::vector<T> pixels;  ///< row by row
   rectangle doubt;        ///< around all pixels that are not proved; empty in the end
 };

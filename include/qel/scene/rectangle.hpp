@@ -15,16 +15,21 @@ namespace scene {
 
 /// `rows` x `cols` pixels from row `row` and column `col` on; empty without rows or columns.
 struct rectangle {
-  std::int64_t row = 0;
-  std::int64_t col = 0;
-  std::int64_t rows = 0;
-  std::int64_t cols = 0;
+  std::int64_t row = 0;   ///< first row
+  std::int64_t col = 0;   ///< first column
+  std::int64_t rows = 0;  ///< number of rows
+  std::int64_t cols = 0;  ///< number of columns
 
+  /// The row behind the last.
   std::int64_t end_row() const { return row + rows; }
+  /// The column behind the last.
   std::int64_t end_col() const { return col + cols; }
+  /// Number of pixels.
   std::int64_t pixels() const { return rows * cols; }
+  /// Whether there are no pixels.
   bool empty() const { return rows <= 0 || cols <= 0; }
 
+  /// Compares the four numbers, of empty rectangles too.
   friend bool operator==(const rectangle& a, const rectangle& b) {
     return a.row == b.row && a.col == b.col && a.rows == b.rows && a.cols == b.cols;
   }

@@ -6,8 +6,8 @@
 // one bit for each word below.
 //
 // Cost: an insertion touches a word of each layer, a removal or a search mostly a word of the lowest one only. A layer
-// divides the range by 64: two layers hold 4096 integers, three 262,144, four 16 million. Their number is a template
-// argument, for the compiler to unroll the loops.
+// divides the range by 64: two layers hold 4096 integers, three 262,144, four 16 million.
+//
 // Memory: n / 8 bytes for the members and 64^(layers - 1) / 8 for the summaries, whatever n is. With the fewest layers
 // that hold n this is about n / 8 just below a power of 64, and twice that just above.
 

@@ -92,21 +92,19 @@ class data {
   /// The tree by node numbers.
   const node_table<I>& table() const { return table_; }
 
-  /// The parent of every site, see `parent`; the border means nothing. Cost of the first call: one pass, 4 bytes a
-  /// site.
+  /// The parent of every site, see `parent`; the border means nothing. First call: one pass, 4 bytes a site.
   const parent_image_t& parent_image() const {
     if (!parent_.is_valid()) parent_ = internal::parent_image_of(f_, table_);
     return parent_;
   }
 
-  /// The children of every node, see `children`. Cost of the first call, which makes `nodes()` and `leaves()` too: two
-  /// walks, a list (24 bytes) for each site.
+  /// The children of every node, see `children`. First call: two walks, a list (24 bytes) a site; makes all lists.
   const children_image_t& children_image() const {
     if (!children_.is_valid()) make_children();
     return children_;
   }
 
-  /// The nodes, each before its parent. Cost of the first call: a walk over the site array.
+  /// The nodes, each before its parent. First call: a walk over the site array.
   const nodes_t& nodes() const {
     if (nodes_.nsites() == 0) make_nodes();
     return nodes_;
@@ -118,7 +116,7 @@ class data {
     return leaves_;
   }
 
-  /// 1 under a neighbourhood that connects the domain, as `c4()` and `c8()` do. The first call makes `nodes()` too.
+  /// Number of roots, counted with `nodes()`: 1 if the neighbourhood connects the domain, as `c4()` and `c8()` do.
   unsigned nroots() const {
     nodes();
     return nroots_;
