@@ -71,7 +71,7 @@ struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
   /// Whether `pmin()` does not come after `pmax()` in row-major order.
   bool is_valid() const { return util::ord_weak(pmin_, pmax_); }
 
-  /// Whether `p` lies in the box, axis by axis, be the box valid or not.
+  /// Whether `p` lies in the box, axis by axis; the box may be invalid.
   bool has(const P& p) const {
     return pmin_.row() <= p.row() && p.row() <= pmax_.row() && pmin_.col() <= p.col() && p.col() <= pmax_.col();
   }

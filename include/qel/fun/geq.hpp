@@ -9,7 +9,7 @@ namespace qel {
 /// Functions made of other functions.
 namespace fun {
 
-/// The function that tells whether F reaches G: f(x) >= g(x), compared in the type of the two results.
+/// The function that tells whether F reaches G: f(x) >= g(x), compared as C++ compares their types.
 ///
 /// Equality passes; a NaN on either side fails.
 template <typename F, typename G>

@@ -45,7 +45,7 @@ struct block_plane {
     return pixels[static_cast<std::size_t>((row - block.row) * block.cols + (col - block.col))];
   }
 
-  rectangle block;        ///< the block
+  rectangle block;        ///< where the plane lies in the scene
   std::vector<T> pixels;  ///< row by row
   rectangle doubt;        ///< around all pixels that are not proved; empty in the end
 };

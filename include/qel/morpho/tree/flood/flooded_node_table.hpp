@@ -47,7 +47,7 @@ constexpr unsigned fewest_layers() {
 }
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
-/// the right and below are among them, so that a flood reaches every site. There is also a limit to the levels.
+/// the right and below are among them, so that a flood reaches every site. The layers have to hold all levels.
 template <typename I, typename N>
 bool can_be_flooded(const I& f, const N& nbh) {
   const auto& win = nbh.win();
