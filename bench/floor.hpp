@@ -2,8 +2,7 @@
 #ifndef BENCH_FLOOR_HPP
 #define BENCH_FLOOR_HPP
 
-// The work that no program for this job can leave out, and nothing else. Ours to explain is what a call takes beyond
-// it.
+// The work that no program for this job can leave out. What a call takes beyond it is ours to explain.
 
 #include <cstddef>
 #include <cstdint>

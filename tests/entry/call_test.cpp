@@ -21,8 +21,7 @@ using test_host::text;
 mxArray* scalar(double value) { return test_host::matrix<double>(1, 1, {value}); }
 mxArray* empty() { return array(mxDOUBLE_CLASS, {0, 0}); }
 
-/// The inputs of a call for a picture on which the two connectivities differ, and so do the rules for moment and
-/// deviation.
+/// The inputs of a call for a picture on which the connectivities differ, and the rules for moment and deviation.
 std::vector<const mxArray*> inputs(const char* attribute, const std::vector<const mxArray*>& optional_inputs = {}) {
   support::random_engine engine(5);
   support::matrix<short> image{9, 9, std::vector<short>(81)};

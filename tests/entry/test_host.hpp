@@ -73,7 +73,6 @@ const void* data(const mxArray* a, std::size_t element_size, std::size_t& count)
 
 }  // namespace internal
 
-/// A rows x cols array of the class of T.
 template <typename T>
 mxArray* matrix(std::size_t rows, std::size_t cols, const std::vector<T>& column_major) {
   mxArray* const a = array(internal::class_of_type<T>(), {rows, cols});
@@ -105,7 +104,6 @@ inline std::ostream& operator<<(std::ostream& out, const request& r) {
   return out << " ]";
 }
 
-/// The inputs of the call.
 template <typename T>
 std::vector<const mxArray*> inputs(const support::matrix<T>& image, const request& r) {
   std::vector<const mxArray*> result = {matrix<T>(image.rows, image.cols, column_major(image)), text(r.attribute),

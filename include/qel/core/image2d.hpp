@@ -26,8 +26,7 @@
 
 namespace qel {
 
-/// The most rows or columns of an image whose first site is (0, 0), with a border of `bdr` sites; 32765 for a border of
-/// 3.
+/// The most rows or columns of an image with first site (0, 0) and a border of `bdr` sites: 32765 for a border of 3.
 ///
 /// Coordinates have 16 bits, and the border takes some. Without a border the last coordinate stays free, because a walk
 /// over the box ends one row behind it.

@@ -69,8 +69,7 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
 /// A site of the plane, two signed 16-bit coordinates.
 using point2d = point<grid::square, short>;
 
-// Declared outside the class too: only so are they found for an iterator or a stored position, which stand in for a
-// site.
+// Declared outside the class too: only so are they found for iterators and stored positions, which stand in for sites.
 
 /// Whether both coordinates are equal; also for what stands in for a site.
 inline bool operator==(const point2d& a, const point2d& b);

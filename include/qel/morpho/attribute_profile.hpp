@@ -3,9 +3,8 @@
 #define QEL_MORPHO_ATTRIBUTE_PROFILE_HPP
 
 // The attribute profile of an image: N filtered images from the min-tree, the image itself, N from the max-tree. The
-// plain form is the definition, `oracle::slow_profile` of the tests; `profile_oracle.small_images_agree_in_every_plane`
-// holds this one equal, through the module, and `attribute_profile.needs_no_host_and_is_the_same_in_every_sink` without
-// it.
+// plain form is the definition, `oracle::slow_profile` of the tests. `profile_oracle.small_images_agree_in_every_plane`
+// (through the module) and `attribute_profile.needs_no_host_and_is_the_same_in_every_sink` hold this one equal.
 //
 // A direction takes one tree and one attribute image. A walk over the nodes serves eight thresholds, one over the
 // pixels several planes. The trees are made one after the other, because a tree is most of the memory.

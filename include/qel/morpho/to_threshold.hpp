@@ -3,8 +3,7 @@
 #define QEL_MORPHO_TO_THRESHOLD_HPP
 
 // Hosts and command lines give every threshold as a double. A plain cast of a double that does not fit is undefined and
-// differs between processors; here the range is tested first, and results are the same everywhere. A NaN fails every
-// test.
+// differs between processors; here the range is tested first, for the same results everywhere. A NaN fails each test.
 
 #include <qel/core/internal/narrowed.hpp>
 

@@ -72,8 +72,7 @@ class block_profile {
         report_(report) {}
 
   /// Calls `take_input(pixels)` with the input on `block`, row by row, then `take(direction, planes)` twice, the dark
-  /// half of the profile first, with a `block_plane` for each threshold, in order. A pixel without data keeps its
-  /// value.
+  /// half first, with a `block_plane` for each threshold, in order. A pixel without data keeps its value.
   ///
   /// \pre    `block` lies in the scene and is not empty.
   /// \throws not_provable, std::bad_alloc, what `read`, `take_input` and `take` throw.

@@ -34,8 +34,7 @@ TYPED_TEST(sort_psites, equals_a_stable_sort_of_the_raster_order) {
   expect_sorted(image(support::random_image<TypeParam>(256, 256, support::flavour::full_range, engine)));
 }
 
-// Values that differ by one only in the highest bit or only below it: whatever the digits of a sort, one of them
-// differs.
+// The values differ by one, in the highest bit alone or in all below it: a sort that skips a digit fails.
 TYPED_TEST(sort_psites, looks_at_every_bit) {
   using T = TypeParam;
   for (int bit = 0; bit < std::numeric_limits<T>::digits; ++bit) {

@@ -40,7 +40,6 @@ struct helper_get_proxy_impl<Subject, E, false> {
   }
 };
 
-/// Gives E the conversion to its Subject.
 template <typename Subject, typename E>
 struct get_proxy_impl {
   operator Subject() const {  // NOLINT(google-explicit-constructor): standing in for the subject is the point
@@ -51,7 +50,6 @@ struct get_proxy_impl {
   get_proxy_impl() = default;
 };
 
-/// States that E is a proxy of a Subject.
 template <typename Subject, typename E>
 struct proxy_impl : get_proxy_impl<Subject, E> {
  protected:

@@ -14,7 +14,6 @@ template <typename S, typename E>
 struct site_iterator_base : Site_Iterator<E>, proxy_impl<const typename S::site&, E> {
   using site = typename S::site;
 
-  /// What is walked over, or null.
   const S* target_() const { return force_exact<E>(*this).s_; }
 
   /// The current site. It changes with the next step: copy it to keep it.

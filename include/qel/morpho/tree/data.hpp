@@ -60,9 +60,9 @@ class data {
   /// A list at each node, empty at other sites.
   using children_image_t = typename trait::ch_value<I, nodes_t>::ret;
 
-  /// The tree of `f` under `nbh`: a max-tree if `s` is increasing, a min-tree if it is decreasing. Cost: that of
-  /// `compute_node_table`.
+  /// The tree of `f` under `nbh`: a max-tree if `s` is increasing, a min-tree if it is decreasing.
   ///
+  /// Cost: that of `compute_node_table`.
   /// \pre    `s` holds every site of `f` once, as the sorts give them; or it is empty, and so is the tree.
   /// \throws std::bad_alloc
   template <typename N>

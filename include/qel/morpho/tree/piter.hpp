@@ -16,8 +16,7 @@ namespace morpho {
 
 namespace tree {
 
-/// Visits every site once, each before its parent, the root last. The canonical site comes last in its node. A
-/// Site_Iterator.
+/// Visits every site once, each before its parent, the root last; in a node, the canonical site last. A Site_Iterator.
 template <typename T>
 struct up_site_piter
     : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>, typename T::sites_t, up_site_piter<T>> {

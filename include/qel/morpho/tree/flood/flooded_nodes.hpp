@@ -20,8 +20,7 @@ namespace internal {
 /// The nodes that a flood finds, by number.
 ///
 /// Reserves one entry of each list a site, 12 bytes of address space a site, so that the lists never move. Linux backs
-/// only what is written; Windows commits all of it. The lists grow by pieces, each in the nearest cache when it is
-/// written.
+/// only what is written; Windows commits all of it. They grow by pieces, each in the nearest cache when written.
 struct flooded_nodes {
   /// Where the lists begin: a flood that wrote through the vectors would read them again after each store.
   struct pointers {

@@ -15,8 +15,7 @@ namespace tree {
 
 namespace internal {
 
-/// The waiting sites of a flood by level, in one block with a place for each site: the number of sites of each level is
-/// known.
+/// The waiting sites of a flood by level, in one block with a place for each site: the sites of each level are counted.
 ///
 /// \tparam layers those of the `priority_bits` that find the next level.
 template <unsigned layers>

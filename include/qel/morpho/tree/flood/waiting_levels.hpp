@@ -21,8 +21,7 @@ template <unsigned layers>
 class waiting_levels {
  public:
   /// Leaves the empty `level`. Returns the highest level below it that sites have been pushed to since it was left, or
-  /// 0. Perhaps none waits there any more: the flood often takes all sites of a component that it has left for one
-  /// inside.
+  /// 0. Perhaps none waits there now: the flood often takes all sites of a component that it has left for an inner one.
   unsigned next_below(unsigned level) {
     levels_.erase(level);
     const unsigned below = levels_.greatest_below(level);

@@ -23,8 +23,8 @@ namespace internal {
 struct node_sheet {
   static constexpr unsigned ncols = 32768;
 
-  /// The sheet of `n` nodes. It may have more sites: beyond the first row it has whole rows, and for a single node it has
-  /// two sites, because a fill of one element leaves its trace scope open.
+  /// The sheet of `n` nodes. It may have more sites: beyond the first row it has whole rows, and for a single node two
+  /// sites, because a fill of one element leaves its trace scope open.
   static box2d domain(unsigned n) {
     const unsigned last = std::max(n, 2u) - 1;
     return {point2d(0, 0), point2d(qel::internal::narrowed<short>(last / ncols),

@@ -86,8 +86,7 @@ std::vector<unsigned> set_sweep_levels(const I& f, const S& s, const sweep_order
     return set_levels_by_rank(f, stored_sites(s), levels);
 }
 
-/// The place in its block of a site of the lowest level. `below` gives for each level the number of sites of lower
-/// ones.
+/// The place in its block of a site of the lowest level. `below` has for each level the number of sites of lower ones.
 template <typename L>
 unsigned lowest_place(const L& levels, const std::vector<unsigned>& below) {
   typename L::value lowest = 1;

@@ -36,8 +36,7 @@ namespace internal {
 
 using filter::internal::failure_bits;
 
-/// Calls `visit(node, parent)` with the numbers of each node and its parent, each node before its parent. A root is its
-/// own.
+/// Calls `visit(node, parent)` with the numbers of each node and its parent (a root is its own), nodes before parents.
 template <typename T, typename Visit>
 void for_each_upward(const node_tree<T>& nodes, Visit visit) {
   using tree::internal::node_sheet;

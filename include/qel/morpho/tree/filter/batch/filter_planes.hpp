@@ -3,9 +3,9 @@
 #define QEL_MORPHO_TREE_FILTER_BATCH_FILTER_PLANES_HPP
 
 // Many filterings of one tree. In the plain form a rule runs on the image, once for each predicate. Every pixel has the
-// value of its node, so here it runs on the node values, for up to eight predicates at once (`batch`). Pixels look their
-// values up on the way out, several planes in one walk: the numbers of the nodes are most of what the walk reads. The
-// tests `filter_batch.equals_single_calls` and `filter_batch.equals_single_calls_on_a_sheet_of_many_rows` hold many
+// value of its node, so here it runs on the node values, for up to eight predicates at once (`batch`). Pixels look
+// their values up on the way out, several planes in one walk: the numbers of the nodes are most of what the walk reads.
+// The tests `filter_batch.equals_single_calls` and `filter_batch.equals_single_calls_on_a_sheet_of_many_rows` hold many
 // predicates at once equal to one after the other.
 
 #include <qel/morpho/tree/filter/batch/filter_each.hpp>
