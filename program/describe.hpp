@@ -4,23 +4,15 @@
 
 // What the output says of itself.
 
-#include <array>
-#include <charconv>
 #include <string>
 #include <vector>
 
 #include "program/part_files.hpp"
 #include "program/request.hpp"
+#include "program/text.hpp"
 #include "program/version.hpp"
 
 namespace program {
-
-/// The shortest text that is read as the same number.
-template <typename N>
-std::string text_of(N number) {
-  std::array<char, 32> text;
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
-}
 
 /// The texts of `numbers` with blanks between.
 template <typename List>

@@ -28,9 +28,8 @@ CPLStringList creation_options(const output_format& format, bool signed_bytes) {
     if (options.FetchNameValue(name) == nullptr) options.SetNameValue(name, value);
   };
   if (signed_bytes) add(signed_byte_key, signed_byte_value);
-  if (format.jobs > 1 && (format.driver == "GTiff" || format.driver == "COG"))
-    add("NUM_THREADS", std::to_string(format.jobs).c_str());
   if (format.driver != "GTiff") return options;
+  if (format.jobs > 1) add("NUM_THREADS", std::to_string(format.jobs).c_str());
   // Planes are flat: more effort than the least makes files an eighth smaller, and doubles the time of a fast profile.
   if (options.FetchNameValue("COMPRESS") == nullptr) add("ZLEVEL", "1");
   for (const auto& [name, value] : {std::pair{"TILED", "YES"},
@@ -74,9 +73,10 @@ profile_file::profile_file(const std::string& path, output_format format, const 
   if (can(driver, GDAL_DCAP_CREATE)) {
     create(format_, folder_.path(), first, count);
   } else if (can(driver, GDAL_DCAP_CREATECOPY)) {
-    // Formats that can't be written in parts are copied from one that can.
+    // Formats that can't be written in parts are copied from one that can. GDAL 3.6 reads with the threads that it wrote
+    // with, and takes a profile's many bands for an error there: so it gets none.
     is_converted_ = true;
-    create({"GTiff", {}, format_.jobs, format_.has_values_of_source}, folder_.scratch_path(), first, count);
+    create({"GTiff", {}, 1, format_.has_values_of_source}, folder_.scratch_path(), first, count);
   } else {
     throw failure(what + ": GDAL can't write the format " + format_.driver);
   }

@@ -33,6 +33,7 @@
 #include "program/progress.hpp"
 #include "program/scene.hpp"
 #include "program/scene_file.hpp"
+#include "program/text.hpp"
 #include "program/window_memory.hpp"
 
 namespace program {

@@ -6,16 +6,19 @@
 
 #include <CLI/CLI.hpp>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <set>
 #include <sstream>
+#include <system_error>
 #include <tuple>
 #include <type_traits>
 
 #include "program/cores.hpp"
+#include "program/text.hpp"
 #include "program/version.hpp"
 #include "program/warn.hpp"
 
@@ -65,13 +68,24 @@ std::string wrapped(const std::string& text) {
   return result;
 }
 
-/// Takes "all" for no number.
-const CLI::Validator jobs_number(
+/// Whole numbers, in digits. CLI11 takes a number that its type has no room for as the greatest of the type.
+CLI::Validator whole_number(std::int64_t least, std::int64_t most = 1'000'000'000) {
+  const auto fault = [=](const std::string& text) {
+    std::int64_t number = -1;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    const bool is_right = read.ec == std::errc() && read.ptr == end && number >= least && number <= most;
+    return is_right ? std::string()
+                    : "'" + text + "' is no whole number from " + text_of(least) + " to " + text_of(most);
+  };
+  return {fault, ""};
+}
+
+/// Replaces "all" by a number.
+const CLI::Validator all_cores(
     [](std::string& text) {
-      if (text == "all") text = std::to_string(usable_cores());
-      int jobs = 0;
-      const bool is_number = CLI::detail::lexical_cast(text, jobs) && jobs >= 1 && jobs <= 1024;
-      return is_number ? std::string() : "'" + text + "' is neither all nor a number from 1 to 1024";
+      if (text == "all") text = text_of(usable_cores());
+      return std::string();
     },
     "");
 
@@ -117,7 +131,8 @@ void add_options(CLI::App& app, request& r) {
       "Which regions go. Default: min for area and diagonal, where all rules agree; sub for inertia and std")
       ->check(silent(CLI::IsMember(rule_names())));
   add("--srcwin", r.srcwin, "XOFF YOFF XSIZE YSIZE",
-      "Write only this part, in pixels of INPUT, computed as if the whole had been");
+      "Write only this part, in pixels of INPUT, computed as if the whole had been")
+      ->check(whole_number(0));
   add("--of", r.driver, "FORMAT", "Format of OUTPUT, by GDAL's short name. Default: by the extension");
   add("--co", r.creation_options, "NAME=VALUE",
       "Creation option of the format; can be repeated. Where nothing else is said, GeoTIFF is tiled, compressed and a "
@@ -126,20 +141,21 @@ void add_options(CLI::App& app, request& r) {
   add("-j,--jobs", r.jobs, "N|all",
       "Blocks to compute side by side. OUTPUT has the same bytes for each N. Default: all, the cores that the process "
       "may use")
-      ->transform(silent(jobs_number));
+      ->transform(all_cores)
+      ->check(whole_number(1, 1024));
   add("--parts", r.parts, "FOLDER",
       "Put together the .tif files of FOLDER, which have been computed with --srcwin and the same settings otherwise");
   add("--memory", r.memory, "MB", "Memory to use, in megabytes, for all jobs. Default: half of what is free")
-      ->check(silent(CLI::PositiveNumber));
+      ->check(whole_number(1));
   add("--block", r.block, "SIDE",
       "Work in blocks of SIDE x SIDE pixels; multiples of 256 suit the tiles of a GeoTIFF. Default: 2048, more for "
       "large "
       "thresholds, less if memory is short; by inertia and std the whole scene")
-      ->check(silent(CLI::PositiveNumber));
+      ->check(whole_number(1));
   add("--overlap", r.overlap, "PIXELS",
       "Pixels read around a block at first: a matter of time, and of the result only with --inexact. Default: a guess "
       "from the thresholds")
-      ->check(silent(CLI::NonNegativeNumber));
+      ->check(whole_number(0));
   app.add_flag("--inexact", r.inexact,
                wrapped("Let inertia and std work in blocks: a region that crosses a block and its overlap is judged by "
                        "its part in there"));
@@ -167,12 +183,11 @@ std::string fault_of(double threshold, bool area) {
 void check_thresholds(const request& r) {
   const bool area = is_area(r.attribute);
   for (const double threshold : r.thresholds) {
-    const std::string text = CLI::detail::to_string(threshold);
+    const std::string text = text_of(threshold);
     const std::string fault = fault_of(threshold, area);
     if (!fault.empty()) throw CLI::ValidationError("THRESHOLD " + text, fault);
     if (area && threshold != std::floor(threshold) && !r.quiet)
-      warn("threshold " + text + " is used as " + CLI::detail::to_string(std::floor(threshold)) +
-           ": an area is a number of pixels");
+      warn("threshold " + text + " is used as " + text_of(std::floor(threshold)) + ": an area is a number of pixels");
   }
 }
 
@@ -182,8 +197,8 @@ std::vector<std::string> arguments(int argc, char** argv) {
   std::vector<std::string> all;
   for (int k = argc - 1; k > 0; --k) {
     const std::string text = argv[k];
-    const bool is_number = text.size() > 1 && text[0] == '-' && (std::isdigit(text[1]) != 0 || text[1] == '.');
-    if (is_number) throw CLI::ValidationError(text, "numbers below 0 have no meaning here");
+    const bool is_negative = text.size() > 1 && text[0] == '-' && (std::isdigit(text[1]) != 0 || text[1] == '.');
+    if (is_negative) throw CLI::ValidationError(text, "numbers below 0 have no meaning here");
     all.push_back(long_ones.count(text) != 0 ? "-" + text : text);
   }
   return all;
