@@ -141,6 +141,7 @@ void add_options(CLI::App& app, request& r) {
   add("-j,--jobs", r.jobs, "N|all",
       "Blocks to compute side by side. OUTPUT has the same bytes for each N. Default: all, the cores that the process "
       "may use")
+      ->take_last()
       ->transform(all_cores)
       ->check(whole_number(1, 1024));
   add("--parts", r.parts, "FOLDER",
