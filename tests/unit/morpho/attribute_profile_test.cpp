@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <qel/morpho/attribute_profile.hpp>
 
+#include <qel/data/make_image.hpp>
 #include <qel/morpho/attribute/card.hpp>
 #include <qel/morpho/profile_planes.hpp>
 #include <qel/morpho/tree/filter/rules.hpp>
@@ -15,7 +16,7 @@ using namespace unit;
 namespace morpho = qel::morpho;
 
 template <typename T, typename Sink>
-void area_profile(const image2d<T>& f, const std::vector<unsigned>& thresholds, Sink& sink) {
+void area_profile(const image2d<T>& f, const std::vector<unsigned>& thresholds, Sink&& sink) {
   morpho::attribute_profile(f, c8(), morpho::attribute::card<image2d<T>>(), thresholds,
                             morpho::tree::filter::rule::max(), sink);
 }
@@ -28,15 +29,17 @@ TYPED_TEST_SUITE(attribute_profile, support::value_types, support::value_type_na
 TYPED_TEST(attribute_profile, needs_no_host_and_is_the_same_in_every_sink) {
   for_random_images<TypeParam>([](const image2d<TypeParam>& f, auto&) {
     const std::vector<unsigned> thresholds = {2, 1, 5, 9, 30, 4, 3, 7, 2};
+    const support::matrix<TypeParam> rows{f.domain().len(0), f.domain().len(1), values(f)};
+    const auto copy = qel::make_image(rows.values.data(), rows.rows, rows.cols);
     morpho::plane_images<image2d<TypeParam>> images;
-    area_profile(f, thresholds, images);
+    area_profile(copy, thresholds, images);
+    EXPECT_NE(images.images[9].buffer(), copy.buffer()) << "what a sink keeps is not the user's image";
     std::vector<TypeParam> block(19 * values(f).size());
     morpho::raster_planes<TypeParam> raster(block.data());
     area_profile(f, thresholds, raster);
     EXPECT_EQ(raster.position(), block.data() + block.size());
 
     // The oracle writes columns: those of the image turned round are its rows.
-    const support::matrix<TypeParam> rows{f.domain().len(0), f.domain().len(1), values(f)};
     const oracle::slow_profile<TypeParam> slow(support::transposed(rows), 8);
     EXPECT_EQ(block, slow.planes("area", {thresholds.begin(), thresholds.end()}, "max"));
     std::vector<TypeParam> all;
