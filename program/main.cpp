@@ -49,7 +49,7 @@ void print_summary(const block_report& report, const job& j, double time) {
   const auto blocks = static_cast<long long>(report.blocks);
   if (j.parts.empty())
     static_cast<void>(std::printf(
-        "%lld block%s, %.2g %% of the pixels read again, largest overlap %lld pixels; ", blocks, blocks == 1 ? "" : "s",
+        "%lld block%s, %.3g %% of the pixels read again, largest overlap %lld pixels; ", blocks, blocks == 1 ? "" : "s",
         100 * static_cast<double>(report.pixels_again) / pixels, static_cast<long long>(report.largest_overlap)));
   static_cast<void>(std::printf("%d job%s, %.2f s, %.2f million pixels a second\n", j.jobs, j.jobs == 1 ? "" : "s",
                                 time, pixels / time / 1e6));

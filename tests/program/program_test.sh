@@ -120,12 +120,16 @@ gdalbuildvrt -q -separate alpha.vrt scene.tif alpha.tif -b 1 2>/dev/null
 gdal_translate -q -b 1 -b 2 -b 3 -mask 1 scene.tif masked.tif --config GDAL_TIFF_INTERNAL_MASK YES
 run masked.tif out.tif area 500 --block 128
 shows out.tif 'Mask Flags: PER_DATASET'
+gdal_translate -q -a_nodata 0.5 scene.tif half.tif  # no byte has this value
+run half.tif a.tif area 500
+run scene.tif b.tif area 500
+cmp <(gdal_translate -q -of ENVI a.tif /vsistdout/) <(gdal_translate -q -of ENVI b.tif /vsistdout/) || fail "nodata 0.5"
 [[ $(ls out*) == out.tif ]] || fail "files beside the output: $(ls out*)"
 
 # Formats, by their names or by the extension: some that are written in parts, one of them a folder, and some that GDAL can
 # only copy to.
 run scene.tif out.tif area 100 -b 1
-for format in ENVI COG PNG Zarr; do
+for format in ENVI COG PNG; do
   option=(-of $format)
   [[ $format != PNG ]] || option=()
   run -b 1 scene.tif out.$format area 100 "${option[@]}"
@@ -137,9 +141,81 @@ for format in ENVI COG PNG Zarr; do
       fail "$format differs"
   done
 done
-[[ $(ls -A . | grep -c ENVI) == 2 ]] || fail "files of ENVI: $(ls -A)"  # with out.hdr
+[[ -e out.hdr ]] || fail "files of ENVI: $(ls -A)"
+run -b 1 scene.tif out.zarr area 100 -of Zarr
+gdal_translate -q 'ZARR:"out.zarr":/Band3' b.tif
+[[ $(gdalinfo -checksum a.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum b.tif | grep -o 'Checksum=.*') ]] ||
+  fail "Zarr differs"
+refuses 1 'it is a folder' scene.tif out.zarr area 3 -of Zarr
 run scene.tif out.tif area 100 --co COMPRESS=LZW --co TILED=NO
 shows out.tif 'COMPRESSION=LZW' 'Block=300x'
+
+# The number of jobs changes no byte, however the file is stored, and -b may stand anywhere.
+gdal_translate -q -outsize 1400 1100 -r bilinear scene.tif large.tif
+gdal_translate -q -of VRT -mask 1 -b 2 -b 3 large.tif deep.vrt
+for settings in 'area 100 900 --block 256' 'area 90 --block 256 --co COMPRESS=NONE' 'd 9 --block 256 --co TILED=NO' \
+  'a 5000 --block 200 --memory 120' 'std 9 4 --co INTERLEAVE=PIXEL' 'area 9 100000 -b 2 --co BLOCKYSIZE=512' \
+  'i 0.4 --inexact --block 512'; do
+  for jobs in 1 2 5; do
+    # shellcheck disable=SC2086  # words
+    run -b 1 -j $jobs deep.vrt out.$jobs.tif $settings --co GDAL_TIFF_INTERNAL_MASK=YES 2>/dev/null
+    cmp out.1.tif out.$jobs.tif || fail "$jobs jobs differ: $settings"
+  done
+done
+run deep.vrt out.1.tif area 90 --block 256 -b 1
+run deep.vrt out.2.tif area 90
+same out.1.tif out.2.tif
+
+# Parts are put together to the file that one run writes, to the byte: with control points and a mask; nodata that no double
+# has; a file that says more of its bands, and signed bytes.
+gdal_translate -q -ot Int64 -b 1 -b 2 -a_nodata 9007199254740993 scene.tif deep.tif
+gdal_translate -q -of VRT -b 1 -mo TITLE=t scene.tif told.vrt
+sed -i 's|<VRTRasterBand.*|&<Description>NIR</Description><UnitType>m</UnitType><Metadata><MDI key="wavelength">842</MDI></Metadata>|' told.vrt
+for file in points.tif masked.tif deep.tif told.vrt signed.tif; do
+  mkdir -p parts
+  size=$(gdalinfo $file | sed -n 's/^Size is \([0-9]*\), \([0-9]*\)$/\1 \2/p')
+  cols=${size% *} rows=${size#* }
+  k=0
+  for window in "0 0 128 $rows" "128 0 $((cols - 128)) 100" "128 100 $((cols - 128)) $((rows - 100))"; do
+    k=$((k + 1))
+    # shellcheck disable=SC2086
+    run $file parts/$k.tif area 9 400 --srcwin $window
+  done
+  run $file one.tif area 9 400
+  run $file joined.tif area 9 400 --parts parts -j 2
+  cmp one.tif joined.tif || fail "parts of $file"
+done
+run told.vrt out.tif area 9
+shows out.tif 'NIR, area, dark < 9' 'wavelength=842' 'Unit Type: m' 'TITLE=t'
+shows one.tif PIXELTYPE
+run deep.tif out.tif area 9
+shows out.tif 'NoData Value=9007199254740993'
+
+refuses 1 'parts/1.tif is of another call: THRESHOLDS is 9 400, not 9 401' signed.tif new.tif area 9 401 --parts parts
+gdal_calc.py --quiet -A signed.tif --calc='A.astype("int8")+(A<0)' --outfile=other.tif --type=Byte
+gdal_translate -q -co PIXELTYPE=SIGNEDBYTE other.tif other.signed.tif 2>/dev/null
+refuses 1 'has been made of another scene' other.signed.tif new.tif area 9 400 --parts parts
+cp parts/2.tif parts/4.tif
+refuses 1 overlap signed.tif new.tif area 9 400 --parts parts
+mv parts/4.tif kept.tif && mv parts/2.tif removed.tif
+refuses 1 'parts are missing: 2 of them' signed.tif new.tif area 9 400 --parts parts
+head -c 3000 kept.tif >parts/2.tif
+refuses 1 "parts/2.tif" signed.tif new.tif area 9 400 --parts parts
+cp one.tif parts/2.tif
+refuses 1 'does not say its place' signed.tif new.tif area 9 400 --parts parts
+
+# What is there is not overwritten: no input in any way, no device; a link is followed.
+gdalbuildvrt -q inner.vrt scene.tif && gdalbuildvrt -q outer.vrt inner.vrt
+cp scene.tif scene.msk.tif && cp scene.tif x.tif.ovr
+mkfifo pipe && ln -s /dev/null null
+for input in scene.tif outer.vrt GTIFF_DIR:1:scene.tif; do refuses 1 'it is read by the input' $input scene.tif area 3; done
+refuses 1 'x.tif.ovr beside it is read by the input' x.tif.ovr x.tif area 3
+for output in pipe null /dev/null; do refuses 1 'a device or a pipe' scene.tif $output area 3 -of GTiff; done
+ln -s target.tif link.tif
+run scene.tif link.tif area 3
+[[ -L link.tif && -f target.tif && ! -L target.tif ]] || fail "link: $(ls -l)"
+run scene.tif wide.tif area 3 --co TFW=YES
+[[ -e wide.tfw ]] || fail "world file: $(ls -A)"
 
 # Wrong usage, and requests that can not be met.
 refuses 2 'see attribute-profile --help'
@@ -151,11 +227,34 @@ refuses 2 3x scene.tif new.tif area 3x
 refuses 1 'no band 4; it has 3' scene.tif new.tif area 3 -b 4
 refuses 1 'not within the scene, which has 300 x 211' scene.tif new.tif area 3 --srcwin 200 0 101 10
 refuses 1 'GDAL has no format WORD' scene.tif new.tif area 3 --of WORD
+refuses 1 'no format has the extension' scene.tif new.word area 3
+refuses 1 'has no pixels of its own' scene.tif new.vrt area 3 -of VRT
+for number in -1 nan inf 4294967296; do refuses 2 $number scene.tif new.tif area $number; done
+for option in '--memory 0' '--block abc' '--overlap 1e9' '-j 0' '--memory 99999999999999999999' \
+  '-srcwin 9223372036854775807 0 1 1'; do
+  # shellcheck disable=SC2086
+  refuses 2 'no whole number' scene.tif new.tif area 3 $option
+done
+refuses 1 'give less --overlap' large.tif new.tif std 3 --inexact --block 1000 --overlap 50 --memory 118
+"$program" scene.tif out.tif area 1.9 >$printed 2>$message
+grep -q 'threshold 1.9 is used as 1' $message || fail "$(cat $message)"
 refuses 1 'it is read by the input' scene.tif scene.tif area 3
 refuses 1 "can't open missing.tif" missing.tif new.tif area 3
 refuses 1 'no block can be sure' scene.tif new.tif inertia 0.3 --block 100
-refuses 1 '--memory 1 is too little' scene.tif new.tif area 3 --memory 1
+# What an error advises is enough, and no more than that.
+for settings in 'area 3' 'area 3 --block 200' 'std 9 --rule max' 'i 0.5 --inexact --block 300'; do
+  # shellcheck disable=SC2086
+  ! "$program" -q large.tif new.tif $settings --memory 1 2>$message || fail "$settings in 1 MB"
+  enough=$(grep -oE '(give|--memory) [0-9]+( or more|,|$)' $message | grep -oE '[0-9]+')
+  # shellcheck disable=SC2086
+  run large.tif out.tif $settings --memory "$enough"
+  # shellcheck disable=SC2086
+  ! "$program" -q large.tif out.tif $settings --memory $((enough - 1)) 2>$message || fail "$settings: $enough"
+done
 refuses 1 "threshold 50000 can't be proved for the block at column" scene.tif new.tif area 50000 --block 90 --memory 111
+run nodata.tif whole.tif area 5 63300 99999 40
+run nodata.tif blocks.tif area 5 63300 99999 40 --block 90 --memory 111
+same whole.tif blocks.tif
 run scene.tif out.tif inertia 0.3 --block 100 --inexact
 shows out.tif EXACT=NO
 "$program" --help >$printed && grep -q '^Example:' $printed
