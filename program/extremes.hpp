@@ -4,7 +4,7 @@
 
 // Thresholds that only the whole scene reaches, or nothing: their planes are flat, and no block can prove it.
 
-#include <qel/core/box_piter.hpp>
+#include <qel/core/box2d.hpp>
 
 #include <algorithm>
 #include <cmath>

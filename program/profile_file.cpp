@@ -253,6 +253,7 @@ void profile_file::write_block(GDALRasterBand& band, const rectangle& place, GDA
 }
 
 void profile_file::copy_mask(GDALRasterBand& mask) {
+  dataset_->FlushCache(false);  // threads that compress write the mask, too, and would mix it with the last tiles
   CPLConfigOptionSetter inside("GDAL_TIFF_INTERNAL_MASK", "YES", false);
   if (dataset_->CreateMaskBand(GMF_PER_DATASET) != CE_None) errors_.fail("can't write the mask of " + path_);
   constexpr std::int64_t strip = 256;

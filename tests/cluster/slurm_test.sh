@@ -108,7 +108,7 @@ submit_and_kill() {
   waits "end of the jobs" nothing_runs
   [[ -e killed.$1 && ! -e mosaic.tif ]] || fail "$(ls -A . mosaic.tif.parts; cat mosaic.tif.parts/*.log)"
 }
-count() { find mosaic.tif.parts -name '[0-9]*.tif' | wc -l; }
+count() { find mosaic.tif.parts -maxdepth 1 -name '[0-9]*.tif' | wc -l; }
 ! submit perimeter 40 2>/dev/null || waits "end of the jobs" nothing_runs
 submit_and_kill 3 'mosaic.tif.parts/.3.tif.partial-*/files/*'
 [[ $(count) == 8 && ! -e mosaic.tif.parts/mosaic.log ]] || fail "$(ls mosaic.tif.parts; cat mosaic.tif.parts/*.log)"
