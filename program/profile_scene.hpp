@@ -9,6 +9,7 @@
 #include <qel/morpho/attribute/is_increasing.hpp>
 #include <qel/morpho/named_attributes.hpp>
 #include <qel/morpho/to_threshold.hpp>
+#include <qel/scene/window_memory.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -25,7 +26,6 @@
 #include "program/progress.hpp"
 #include "program/scene.hpp"
 #include "program/whole_profile.hpp"
-#include "program/window_memory.hpp"
 
 namespace program {
 namespace internal {
@@ -78,12 +78,12 @@ class scene_profile {
     const std::int64_t kept = provable ? static_cast<std::int64_t>(thresholds_.size() * sizeof(T)) : 0;
     return {job_.scene.extent(),
             job_.part,
-            window_bytes<T, A>(),
+            qel::scene::window_bytes<T, A>(),
             kept,
             r.memory.value_or(default_memory()),
             r.block,
             r.overlap,
-            reach_of<A>(thresholds_),
+            qel::scene::reach_of<A>(thresholds_),
             provable,
             r.inexact};
   }
