@@ -8,7 +8,7 @@ from dataclasses import dataclass
 from itertools import accumulate, product
 from typing import Any, Optional
 
-import dask.array as da
+import dask.array
 import numpy as np
 from dask.highlevelgraph import HighLevelGraph
 from dask.utils import format_bytes, parse_bytes
@@ -61,14 +61,14 @@ def lazy_profile(
         )
     scene = source_of(source, _arguments.whole_number(band, "band", 1))
     _check_scene(scene)
-    sides = da.core.normalize_chunks(chunks, shape=scene.shape, dtype=scene.dtype)
+    sides = dask.array.core.normalize_chunks(chunks, shape=scene.shape, dtype=scene.dtype)
     numbers = _arguments.threshold_list(thresholds)
     block = _Block(max(sides[0]), max(sides[1]), scene.dtype, wanted, len(numbers))
     most_pixels = block.window_pixels(parse_bytes(memory))
     around = block.overlap(most_pixels) if overlap is None else _arguments.whole_number(overlap, "overlap", 0)
     if not proves:
         block.check_window(around, most_pixels, scene.shape)
-    task = _Task((0, 0, *scene.shape), name, numbers, connectivity, rule, around, most_pixels)
+    task = _Task((0, 0, scene.shape[0], scene.shape[1]), name, numbers, connectivity, rule, around, most_pixels)
     return _xarray.with_planes(source, _array(scene, task, sides, proves), 0, numbers)
 
 
@@ -98,7 +98,7 @@ class _Block:
                 f"memory: blocks of {self._rows} x {self._cols} pixels take {format_bytes(least)} without anything "
                 f"around them; give more memory than {format_bytes(memory)}, or smaller chunks"
             )
-        return (memory - self._planes) // self._pixel
+        return int((memory - self._planes) // self._pixel)
 
     def overlap(self, window_pixels: int) -> int:
         """Enough for nearly all regions; bounded, so that windows are mostly block."""
@@ -122,7 +122,7 @@ def _array(scene: Any, task: _Task, sides: Any, proves: bool) -> Any:
         graph[name, 0, i, j] = (compute, f"scene-{name}", task, place)
     layers = HighLevelGraph.from_collections(name, graph, dependencies=[])
     chunks = ((2 * len(task.thresholds) + 1,), *sides)
-    return da.Array(layers, name, chunks, meta=np.empty((0, 0, 0), scene.dtype))
+    return dask.array.core.Array(layers, name, chunks, meta=np.empty((0, 0, 0), scene.dtype))
 
 
 def _proved_block(scene: Any, task: _Task, place: _Place) -> Any:

@@ -4,7 +4,6 @@ from __future__ import annotations
 from typing import Any
 
 import numpy as np
-import numpy.typing as npt
 
 from . import _arguments, _xarray
 
@@ -60,12 +59,12 @@ def _window(length: int, size: int) -> tuple[Any, Any]:
     return np.maximum(places - size // 2, 0), np.minimum(places + size // 2 + 1, length)
 
 
-def _sums(values: npt.NDArray[Any], size: int, axis: int) -> npt.NDArray[Any]:
+def _sums(values: Any, size: int, axis: int) -> Any:
     sums = np.insert(np.cumsum(values, axis), 0, 0, axis)
     first, end = _window(values.shape[axis], size)
     return np.take(sums, end, axis) - np.take(sums, first, axis)
 
 
-def _count(shape: tuple[int, ...], size: int) -> npt.NDArray[Any]:
+def _count(shape: tuple[int, ...], size: int) -> Any:
     rows, cols = (end - first for first, end in (_window(length, size) for length in shape))
     return rows[:, np.newaxis] * cols

@@ -6,7 +6,7 @@ from typing import Callable, Iterator
 
 
 @contextmanager
-def counter(bands: int, shown: bool) -> Iterator[Callable[[int], None]]:
+def counter(bands: int, shown: bool) -> Iterator[Callable[[int], object]]:
     """A function that is told how many bands are finished, and shows it if asked to."""
     if not shown:
         yield lambda finished: None

@@ -70,7 +70,7 @@ def profile_scene(
     >>> planes = profile_scene(scene, 'area', [10, 1000], chunks=100)
     >>> planes.shape, planes.numblocks
     ((5, 300, 400), (1, 3, 4))
-    >>> np.array_equal(planes, profile(scene, 'area', [10, 1000]))
+    >>> np.array_equal(planes.compute(), profile(scene, 'area', [10, 1000]))
     True
     """
     from ._dask import lazy_profile

@@ -8,11 +8,10 @@ from contextlib import contextmanager
 from typing import Any, Callable, Iterator
 
 import numpy as np
-import numpy.typing as npt
 
 from . import _xarray
 
-Reader = Callable[[int, int, int, int], npt.NDArray[Any]]  # (row, column, rows, columns)
+Reader = Callable[[int, int, int, int], Any]  # (row, column, rows, columns)
 
 
 def source_of(source: Any, band: int) -> Any:
@@ -41,7 +40,7 @@ class ArraySource:
     def opened(self) -> Iterator[Reader]:
         """A reader of places."""
 
-        def read(row: int, col: int, rows: int, cols: int) -> npt.NDArray[Any]:
+        def read(row: int, col: int, rows: int, cols: int) -> Any:
             part = self._array[row : row + rows, col : col + cols]
             lazy = getattr(part, "data", part)  # of a Variable
             if hasattr(lazy, "dask"):  # in this task: a task that waits for others could wait for ever

