@@ -113,7 +113,7 @@ def draw(picture, test, found):
         axis.set(title=title, xticks=[], yticks=[])
     colours = plt.get_cmap("viridis")(np.linspace(0, 1, len(TEXTURES)))
     axes[2].legend([Patch(color=c) for c in colours], TEXTURES, loc="center left", bbox_to_anchor=(1.02, 0.5))
-    figure.savefig(picture, dpi=80)
+    figure.savefig(picture, dpi=80, bbox_inches="tight")
 
 
 def map_scene(scene, polygons, output, column):
