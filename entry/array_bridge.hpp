@@ -12,28 +12,15 @@
 #include "entry/image_class.hpp"
 #include "entry/tiles.hpp"
 
-#include <qel/core/border.hpp>
-#include <qel/core/box2d.hpp>
 #include <qel/core/image2d.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/opt_at.hpp>
-#include <qel/core/point2d.hpp>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <limits>
-#include <new>
 
 namespace entry {
 namespace internal {
-
-/// Rows or columns that an image can have: coordinates have 16 bits, and the border behind it needs some. Without a
-/// border the last coordinate stays free: a walk over the box ends behind it.
-inline std::size_t greatest_length() {
-  constexpr std::size_t coordinates = std::size_t{std::numeric_limits<short>::max()} + 1;
-  return coordinates - std::clamp<std::size_t>(qel::border::thickness, 1, coordinates);
-}
 
 /// The first pixel of row `row` of an image whose first site is (0, 0).
 template <typename I>
@@ -48,18 +35,14 @@ auto* row_of(I& image, std::size_t row) {
 /// border is `border::thickness` wide and not filled.
 ///
 /// \pre    `array` has two dimensions, and its class is that of T: neither is checked.
-/// \throws std::bad_array_new_length if the array has more rows or columns than 16-bit coordinates can tell
-///         with the border (32765 for a border of 3), before anything is allocated: coordinates would wrap
-///         and the copy would run out of the image's block. std::bad_alloc if there is no memory for the image.
+/// \throws std::bad_array_new_length if the array has more rows or columns than an image can have (32765 for a border of
+///         3), before anything is allocated. std::bad_alloc if there is no memory for the image.
 template <typename V, typename T>
 qel::image2d<V> mxArray2qel_image(const mxArray* array) {
   const std::size_t rows = mxGetM(array);
   const std::size_t cols = mxGetN(array);
-  if (std::max(rows, cols) > entry::internal::greatest_length()) throw std::bad_array_new_length();
-
+  qel::image2d<V> image(rows, cols);
   const T* const data = reinterpret_cast<const T*>(mxGetPr(array));
-  const qel::point2d last(qel::internal::narrowed<short>(rows - 1), qel::internal::narrowed<short>(cols - 1));
-  qel::image2d<V> image(qel::box2d(qel::point2d(0, 0), last), qel::border::thickness);
   entry::read_columns(rows, cols, data, [&](std::size_t row) { return entry::internal::row_of(image, row); });
   return image;
 }

@@ -4,11 +4,11 @@
 
 #include "fuzz/input.hpp"
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/convert/to_p_array.hpp>
 #include <qel/core/dpsites_piter.hpp>
 #include <qel/core/neighb2d.hpp>
-#include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
 #include <qel/core/util/priority_bits.hpp>
 #include <qel/core/util/set.hpp>
 #include <qel/core/util/tracked_ptr.hpp>

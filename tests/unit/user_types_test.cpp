@@ -3,11 +3,11 @@
 // Types of a user's own, with nothing but what the concepts ask for, through everything that takes them.
 
 #include <qel/accu/internal/base.hpp>
-#include <qel/core/box_piter.hpp>
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/concept/window.hpp>
 #include <qel/core/internal/pseudo_site_base.hpp>
 #include <qel/core/internal/site_set_iterator_base.hpp>
+#include <qel/core/site_set/box_piter.hpp>
 #include <qel/data/duplicate.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/fun/geq.hpp>

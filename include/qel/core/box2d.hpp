@@ -3,7 +3,7 @@
 #define QEL_CORE_BOX2D_HPP
 
 #include <qel/core/concept/box.hpp>
-#include <qel/core/internal/box_impl.hpp>
+#include <qel/core/concept/object.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/util/ord.hpp>
 
@@ -13,6 +13,28 @@ template <typename P>
 struct box_fwd_piter_;
 template <typename P>
 struct box_runstart_piter;
+
+namespace internal {
+
+/// Gives the box class E with `n` coordinates of type C the names of its corners' coordinates.
+template <unsigned n, typename C, typename E>
+struct box_impl_;
+
+template <typename C, typename E>
+struct box_impl_<2, C, E> {
+  C pmin_row() const { return exact().pmin().row(); }
+  C pmin_col() const { return exact().pmin().col(); }
+  C pmax_row() const { return exact().pmax().row(); }
+  C pmax_col() const { return exact().pmax().col(); }
+
+ protected:
+  box_impl_() = default;
+
+ private:
+  const E& exact() const { return force_exact<E>(*this); }
+};
+
+}  // namespace internal
 
 /// The rectangle of the sites between two inclusive corners.
 ///

@@ -15,10 +15,34 @@
 #include <qel/core/point2d.hpp>
 #include <qel/core/trait_image.hpp>
 
+#include <algorithm>
+#include <cstddef>
+#include <limits>
 #include <memory>
+#include <new>
 #include <type_traits>
 
 namespace qel {
+
+/// The most rows or columns of an image whose first site is (0, 0), with a border of `bdr` sites: 32765 for a border of 3.
+///
+/// Coordinates have 16 bits, and the border behind the image needs some. Without a border the last coordinate stays free,
+/// for a walk over the box ends behind it.
+constexpr std::size_t greatest_length(unsigned bdr) {
+  constexpr std::size_t coordinates = std::size_t{std::numeric_limits<short>::max()} + 1;
+  return coordinates - std::clamp<std::size_t>(bdr, 1, coordinates);
+}
+
+namespace internal {
+
+/// \throws std::bad_array_new_length beyond `greatest_length(bdr)`: coordinates would wrap.
+inline box2d box_from_origin(std::size_t rows, std::size_t cols, unsigned bdr) {
+  if (std::max(rows, cols) > greatest_length(bdr)) throw std::bad_array_new_length();
+  return {point2d(0, 0),
+          point2d(narrowed<short>(static_cast<int>(rows) - 1), narrowed<short>(static_cast<int>(cols) - 1))};
+}
+
+}  // namespace internal
 
 /// A two-dimensional image with values of type T.
 ///
@@ -48,6 +72,14 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
   /// \throws std::bad_alloc, also for a box that no block can hold: with its columns the wrong way round beyond the
   ///         border, or with 2^32 sites.
   explicit image2d(const box2d& b, unsigned bdr = border::thickness) { init_(b, bdr); }
+
+  /// An image of `rows` x `cols` sites, the first of which is (0, 0), with `bdr` sites of border on each side.
+  ///
+  /// Values of builtin and site type are not set.
+  ///
+  /// \throws std::bad_array_new_length beyond `greatest_length(bdr)`, before anything is allocated; std::bad_alloc
+  image2d(std::size_t rows, std::size_t cols, unsigned bdr = border::thickness)
+      : image2d(internal::box_from_origin(rows, cols, bdr), bdr) {}
 
   /// Shares the record of `rhs`: no value is copied.
   ///

@@ -3,8 +3,8 @@
 #define QEL_DATA_FILL_HPP
 
 #include <qel/core/concept/image.hpp>
-#include <qel/data/fill_with_image.hpp>
-#include <qel/data/fill_with_value.hpp>
+#include <qel/data/fill/fill_with_image.hpp>
+#include <qel/data/fill/fill_with_value.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <type_traits>

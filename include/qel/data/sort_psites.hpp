@@ -8,17 +8,17 @@
 // raster order too, that of a wider image in reverse raster order. The tie order decides which site of a node is its
 // canonical site and the order of float sums, so both are part of the results that users get.
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/convert/to_p_array.hpp>
 #include <qel/core/internal/large_pages.hpp>
-#include <qel/core/p_array.hpp>
+#include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/site_set/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/core/value_set.hpp>
 #include <qel/data/geom/nsites.hpp>
-#include <qel/data/histo.hpp>
-#include <qel/data/radix_sort.hpp>
-#include <qel/data/value_psite_order.hpp>
+#include <qel/data/sort/histo.hpp>
+#include <qel/data/sort/radix_sort.hpp>
+#include <qel/data/sort/value_psite_order.hpp>
 
 #include <algorithm>
 #include <type_traits>

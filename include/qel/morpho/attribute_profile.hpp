@@ -14,13 +14,12 @@
 //     sink.filtered(nodes, values)   // some planes of a tree: see tree/filter_planes.hpp
 //     sink.input(image)              // the plane in the middle; the image is a copy, and the sink may keep it
 //
-// Whoever judges nodes by more than one attribute and a threshold takes the steps of `profile_of_tree` here, with
-// predicates of his own: the sites in sweep order, a tree, its `node_tree`, any number of attribute images of it (its bounding box
-// tells whether a node touches an edge), `tree::filter_planes` with a vector of predicates.
+// To judge nodes by more than one attribute, take the steps of `profile_of_tree` with your own predicates.
 
 #include <qel/accu/accumulator.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
+#include <qel/core/trait_image.hpp>
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
@@ -31,6 +30,7 @@
 #include <qel/pw/cst.hpp>
 #include <qel/pw/value.hpp>
 
+#include <type_traits>
 #include <vector>
 
 namespace qel {
@@ -60,17 +60,19 @@ void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N&
 /// Planes 0 to N-1 come from the min-tree with the thresholds in reverse order, plane N is the image, and planes N+1 to
 /// 2N come from the max-tree with the thresholds in the given order, increasing or not.
 ///
-/// \param image      any integer image; it is not changed.
+/// \param image      any integer image in one block of memory, as `image2d` is; it is not changed.
 /// \param nbh        which pixels are connected: `c4()`, `c8()`, or another.
 /// \param a          the attribute in its initial state; it is not changed.
 /// \param thresholds in the unit of the attribute. A node whose attribute equals one stays; with a NaN every node fails.
 /// \param rule       what decides by the thresholds which nodes stay, such as `tree::filter::rule::min()`.
-/// \param sink       where the planes go.
+/// \param sink       where the planes go; may be a temporary.
 /// \pre    the domain has sites.
 /// \throws std::bad_alloc, and what rule and sink throw.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
 void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const Accumulator<A>& a,
                        const std::vector<L>& thresholds, const Rule& rule, Sink&& sink) {
+  static_assert(std::is_same_v<typename trait::image_<I>::value_storage, trait::image::value_storage::one_block>,
+                "attribute_profile: copy the image into an image2d first, as make_image does");
   const I& input = qel::internal::force_exact<I>(image);
   const N& exact_nbh = qel::internal::force_exact<N>(nbh);
   const A& exact_a = qel::internal::force_exact<A>(a);

@@ -13,8 +13,8 @@ namespace qel {
 
 namespace scene {
 
-/// Rows or columns that an image of the library can have: its coordinates have 16 bits, and its border of 3 counts.
-inline constexpr std::int64_t longest_side = 32765;
+/// Rows or columns of a window: those of an image with the border that it gets when none is asked for.
+inline constexpr auto longest_side = static_cast<std::int64_t>(greatest_length(3));
 
 /// A part of a scene that has been read, as an image whose first site is (0, 0).
 template <typename T>

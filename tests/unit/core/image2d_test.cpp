@@ -5,7 +5,9 @@
 #include <qel/core/opt_at.hpp>
 
 #include <cstddef>
+#include <new>
 #include <tuple>
+#include <utility>
 
 #include "tests/unit/unit.hpp"
 
@@ -13,9 +15,14 @@ namespace {
 
 using namespace unit;
 
-TEST(image2d, the_border_of_3_counts_for_the_range_of_coordinates) {
-  const image2d<char> largest(box2d({0, 0}, {32764, 9}));
-  EXPECT_EQ(largest.index_of_point(point2d(32767, 12)), 32771u * 16u - 1);
+// A wider border leaves fewer coordinates to the image, and none still leaves one to the end of a walk.
+TEST(image2d, the_border_counts_for_the_range_of_coordinates) {
+  for (const auto& [border, greatest] : {std::pair{10u, 32758}, {3u, 32765}, {0u, 32767}}) {
+    const auto n = static_cast<std::size_t>(greatest);
+    EXPECT_EQ(image2d<char>(n, 2, border).domain(), box2d(point2d(0, 0), point2d(0, 0) + dpoint2d(n - 1, 1)));
+    EXPECT_THROW(image2d<char>(2, n + 1, border), std::bad_array_new_length);
+    EXPECT_THROW(image2d<char>(65537, 2, border), std::bad_array_new_length);
+  }
   const image2d<char> beyond(box2d({0, 0}, {32765, 9}));
   EXPECT_EQ(beyond.nelements(), 0u);
   EXPECT_EQ(beyond.domain().nsites(), 327660u);

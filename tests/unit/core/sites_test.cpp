@@ -2,7 +2,7 @@
 
 // Sites and boxes at the ends of the range. fuzz/containers.cpp walks over any of them.
 
-#include <qel/core/box_piter.hpp>
+#include <qel/core/site_set/box_piter.hpp>
 
 #include "tests/unit/unit.hpp"
 

@@ -15,7 +15,7 @@ using namespace unit;
 namespace morpho = qel::morpho;
 
 template <typename T, typename Sink>
-void area_profile(const image2d<T>& f, const std::vector<unsigned>& thresholds, Sink& sink) {
+void area_profile(const image2d<T>& f, const std::vector<unsigned>& thresholds, Sink&& sink) {
   morpho::attribute_profile(f, c8(), morpho::attribute::card<image2d<T>>(), thresholds,
                             morpho::tree::filter::rule::max(), sink);
 }
@@ -39,6 +39,7 @@ TYPED_TEST(attribute_profile, needs_no_host_and_is_the_same_in_every_sink) {
     const support::matrix<TypeParam> rows{f.domain().len(0), f.domain().len(1), values(f)};
     const oracle::slow_profile<TypeParam> slow(support::transposed(rows), 8);
     EXPECT_EQ(block, slow.planes("area", {thresholds.begin(), thresholds.end()}, "max"));
+    EXPECT_NE(images.images[9].buffer(), f.buffer()) << "what a sink keeps is not the user's image";
     std::vector<TypeParam> all;
     for (const auto& plane : images.images)
       for (const TypeParam v : values(plane)) all.push_back(v);

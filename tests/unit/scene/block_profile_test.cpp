@@ -4,7 +4,7 @@
 
 #include <qel/scene/block_profile.hpp>
 
-#include <qel/core/p_array.hpp>
+#include <qel/core/site_set/p_array.hpp>
 #include <qel/data/sort_psites.hpp>
 #include <qel/morpho/attribute/card.hpp>
 #include <qel/morpho/attribute/diagonal.hpp>

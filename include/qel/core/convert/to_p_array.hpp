@@ -3,8 +3,8 @@
 #define QEL_CORE_CONVERT_TO_P_ARRAY_HPP
 
 #include <qel/core/box2d.hpp>
-#include <qel/core/box_piter.hpp>
-#include <qel/core/p_array.hpp>
+#include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/site_set/p_array.hpp>
 
 namespace qel {
 

@@ -4,7 +4,7 @@
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/site_set.hpp>
-#include <qel/core/trait_site_set.hpp>
+#include <qel/core/site_set/trait_site_set.hpp>
 #include <qel/trace/trace.hpp>
 
 namespace qel {

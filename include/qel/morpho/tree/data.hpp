@@ -5,8 +5,8 @@
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/core/concept/site_set.hpp>
-#include <qel/core/p_array.hpp>
-#include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/site_set/p_array.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/check_init.hpp>
 #include <qel/data/geom/bbox.hpp>

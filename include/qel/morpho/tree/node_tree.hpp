@@ -10,8 +10,8 @@
 // rules, and the attribute image, which knows both kinds) takes a node tree and an image of node values as well, and
 // runs on a fraction of the memory. What asks for children or for sites that are no nodes does not.
 
-#include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/site_set/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/check_init.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>

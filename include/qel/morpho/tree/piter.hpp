@@ -9,7 +9,7 @@
 // The first walk over the nodes of a `data` makes their list: it allocates, and reads the site array, which must still
 // be that of the construction.
 
-#include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
 #include <qel/morpho/tree/piter_adaptor.hpp>
 
 namespace qel {

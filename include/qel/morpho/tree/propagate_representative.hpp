@@ -2,8 +2,8 @@
 #ifndef QEL_MORPHO_TREE_PROPAGATE_REPRESENTATIVE_HPP
 #define QEL_MORPHO_TREE_PROPAGATE_REPRESENTATIVE_HPP
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/concept/image.hpp>
+#include <qel/core/site_set/box_piter.hpp>
 
 namespace qel {
 

@@ -12,6 +12,7 @@
 #include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/piter.hpp>
+#include <qel/morpho/tree/sweep/sweep_sites.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -75,39 +76,6 @@ TYPED_TEST(component_tree, lists_and_walks_are_in_the_reverse_of_the_sweep_order
   });
 }
 
-/// Lists the neighbours of another neighbourhood in random order, a new one at each site. It is no window, so
-/// the tree is found by the generic way, union-find.
-struct shuffled : qel::Neighborhood<shuffled> {
-  shuffled(const neighb2d& nbh_, support::random_engine& engine_) : nbh(nbh_), engine(engine_) {}
-
-  struct niter {
-    niter(const shuffled& s_, const point2d& center) : s(s_), n(s_.nbh, center) {}
-    void start() {
-      left.clear();
-      for (n.start(); n.is_valid(); n.next()) left.push_back(n.to_site());
-      std::shuffle(left.begin(), left.end(), s.engine);
-    }
-    bool is_valid() const { return !left.empty(); }
-    void next() { left.pop_back(); }
-    operator const point2d&() const { return left.back(); }
-
-    const shuffled& s;
-    neighb2d::niter n;
-    sites left;
-  };
-
-  const neighb2d& nbh;
-  support::random_engine& engine;
-};
-
-TEST(compute_parent, does_not_depend_on_the_order_of_the_neighbours) {
-  for_random_trees<short>([](const auto& t, bool, const neighb2d& nbh, auto& engine) {
-    const auto parent = tree::impl::generic::compute_parent(t.f(), shuffled(nbh, engine), t.domain());
-    EXPECT_EQ(values(parent), values(t.parent_image()));
-    EXPECT_EQ(values(tree::compute_parent(t.f(), shuffled(nbh, engine), t.domain())), values(parent));
-  });
-}
-
 TEST(zfind_root, flattens_a_chain_of_a_million_sites) {
   image2d<point2d> zpar(box2d({0, 0}, {999, 999}));
   point2d previous(0, 0);
@@ -143,8 +111,8 @@ TEST(attribute_image, the_border_keeps_the_accumulator_that_it_started_from) {
 }
 
 /// Both trees give the attribute A of each node alike, to the last bit.
-template <typename A, typename T>
-void expect_same_attribute(const T& whole, const tree::node_tree<T>& nodes) {
+template <typename A, typename T, typename U>
+void expect_same_attribute(const T& whole, const tree::node_tree<U>& nodes) {
   const auto a = compute_attribute_image(A(), whole);
   const auto b = compute_attribute_image(A(), nodes);
   unsigned differences = 0;
@@ -155,17 +123,20 @@ void expect_same_attribute(const T& whole, const tree::node_tree<T>& nodes) {
   EXPECT_EQ(differences, 0u);
 }
 
-/// The same for all attributes, in both directions.
+/// The same for all attributes, in both directions, the sites of the nodes turned round as in a profile.
 template <typename T>
 void expect_same_attributes(const image2d<T>& f, const neighb2d& nbh) {
   using V = image2d<T>;
+  tree::sweep_sites<V> swept(f, true);
   for (const auto& s : {qel::data::sort_psites_increasing(f), qel::data::sort_psites_decreasing(f)}) {
     const tree_of<T> whole(f, s, nbh);
-    const tree::node_tree nodes(whole);
+    const tree::data<V, tree::sweep_sites<V>> lazy(f, swept, nbh);
+    const tree::node_tree nodes(lazy);
     expect_same_attribute<area<V>>(whole, nodes);
     expect_same_attribute<diagonal<V>>(whole, nodes);
     expect_same_attribute<inertia<V>>(whole, nodes);
     if constexpr (std::is_integral_v<T>) expect_same_attribute<deviation<V>>(whole, nodes);
+    swept.turn();
   }
 }
 

@@ -4,7 +4,7 @@
 
 #include <qel/core/dpoint2d.hpp>
 #include <qel/core/internal/narrowed.hpp>
-#include <qel/core/p_array.hpp>
+#include <qel/core/site_set/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/core/util/priority_bits.hpp>
 #include <qel/data/fill.hpp>

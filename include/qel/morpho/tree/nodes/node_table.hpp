@@ -2,10 +2,10 @@
 #ifndef QEL_MORPHO_TREE_NODES_NODE_TABLE_HPP
 #define QEL_MORPHO_TREE_NODES_NODE_TABLE_HPP
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/internal/narrowed.hpp>
-#include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/site_set/p_array.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/check_init.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>

@@ -7,9 +7,9 @@
 // 0 is kept for "not to be visited". Values of 8 and 16 bits are numbered as they are, with gaps; wider ones by their
 // rank among the values of the image, read off the site array.
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
+#include <qel/core/site_set/box_piter.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
 #include <algorithm>

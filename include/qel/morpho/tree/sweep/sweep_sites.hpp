@@ -3,10 +3,10 @@
 #define QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP
 
 #include <qel/core/concept/site_set.hpp>
-#include <qel/core/p_array.hpp>
-#include <qel/core/p_indexed_piter.hpp>
-#include <qel/core/p_indexed_psite.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/site_set/p_array.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
+#include <qel/core/site_set/p_indexed_psite.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/sort_psites.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>

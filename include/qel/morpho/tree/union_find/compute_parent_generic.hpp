@@ -15,7 +15,7 @@
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/core/concept/site_set.hpp>
-#include <qel/core/p_indexed_piter.hpp>
+#include <qel/core/site_set/p_indexed_piter.hpp>
 #include <qel/core/trait_image.hpp>
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_CORE_P_INDEXED_PITER_HPP
-#define QEL_CORE_P_INDEXED_PITER_HPP
+#ifndef QEL_CORE_SITE_SET_P_INDEXED_PITER_HPP
+#define QEL_CORE_SITE_SET_P_INDEXED_PITER_HPP
 
 // The walks over a site array.
 
@@ -41,4 +41,4 @@ struct p_indexed_bkd_piter : internal::site_set_iterator_base<S, p_indexed_bkd_p
 
 }  // namespace qel
 
-#endif  // QEL_CORE_P_INDEXED_PITER_HPP
+#endif  // QEL_CORE_SITE_SET_P_INDEXED_PITER_HPP

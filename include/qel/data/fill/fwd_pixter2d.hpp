@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_FWD_PIXTER2D_HPP
-#define QEL_DATA_FWD_PIXTER2D_HPP
+#ifndef QEL_DATA_FILL_FWD_PIXTER2D_HPP
+#define QEL_DATA_FILL_FWD_PIXTER2D_HPP
 
 #include <qel/core/concept/iterator.hpp>
 #include <qel/core/opt_at.hpp>
+#include <qel/data/fill/pixel.hpp>
 #include <qel/data/geom/max_col.hpp>
 #include <qel/data/geom/min_row.hpp>
-#include <qel/data/pixel.hpp>
 
 namespace qel {
 
@@ -82,4 +82,4 @@ class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter
 
 }  // namespace qel
 
-#endif  // QEL_DATA_FWD_PIXTER2D_HPP
+#endif  // QEL_DATA_FILL_FWD_PIXTER2D_HPP

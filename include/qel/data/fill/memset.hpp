@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_MEMSET_HPP
-#define QEL_DATA_MEMSET_HPP
+#ifndef QEL_DATA_FILL_MEMSET_HPP
+#define QEL_DATA_FILL_MEMSET_HPP
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/point2d.hpp>
-#include <qel/data/pixel.hpp>
+#include <qel/data/fill/pixel.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <algorithm>
@@ -59,4 +59,4 @@ void memset_(Image<I>& ima, const point2d& p, const typename I::value& value, st
 
 }  // namespace qel
 
-#endif  // QEL_DATA_MEMSET_HPP
+#endif  // QEL_DATA_FILL_MEMSET_HPP

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_VALUE_PSITE_ORDER_HPP
-#define QEL_DATA_VALUE_PSITE_ORDER_HPP
+#ifndef QEL_DATA_SORT_VALUE_PSITE_ORDER_HPP
+#define QEL_DATA_SORT_VALUE_PSITE_ORDER_HPP
 
 #include <qel/core/point2d.hpp>
 #include <qel/core/util/ord.hpp>
@@ -43,4 +43,4 @@ struct value_psite_greater_ {
 
 }  // namespace qel
 
-#endif  // QEL_DATA_VALUE_PSITE_ORDER_HPP
+#endif  // QEL_DATA_SORT_VALUE_PSITE_ORDER_HPP

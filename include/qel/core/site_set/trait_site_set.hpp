@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_CORE_TRAIT_SITE_SET_HPP
-#define QEL_CORE_TRAIT_SITE_SET_HPP
+#ifndef QEL_CORE_SITE_SET_TRAIT_SITE_SET_HPP
+#define QEL_CORE_SITE_SET_TRAIT_SITE_SET_HPP
 
 #include <qel/core/box2d.hpp>
 
@@ -34,4 +34,4 @@ struct site_set_<box<P>> {
 
 }  // namespace qel
 
-#endif  // QEL_CORE_TRAIT_SITE_SET_HPP
+#endif  // QEL_CORE_SITE_SET_TRAIT_SITE_SET_HPP

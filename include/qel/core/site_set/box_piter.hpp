@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_CORE_BOX_PITER_HPP
-#define QEL_CORE_BOX_PITER_HPP
+#ifndef QEL_CORE_SITE_SET_BOX_PITER_HPP
+#define QEL_CORE_SITE_SET_BOX_PITER_HPP
 
 // The walks over a box.
 
@@ -81,4 +81,4 @@ struct box_runstart_piter : internal::site_set_iterator_base<box<P>, box_runstar
 
 }  // namespace qel
 
-#endif  // QEL_CORE_BOX_PITER_HPP
+#endif  // QEL_CORE_SITE_SET_BOX_PITER_HPP

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_FILL_WITH_IMAGE_HPP
-#define QEL_DATA_FILL_WITH_IMAGE_HPP
+#ifndef QEL_DATA_FILL_FILL_WITH_IMAGE_HPP
+#define QEL_DATA_FILL_FILL_WITH_IMAGE_HPP
 
 // Copying the values of one image into another, by the cheapest of three paths.
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/concept/image.hpp>
+#include <qel/core/site_set/box_piter.hpp>
 #include <qel/data/border_get.hpp>
-#include <qel/data/fwd_pixter2d.hpp>
-#include <qel/data/pixel.hpp>
+#include <qel/data/fill/fwd_pixter2d.hpp>
+#include <qel/data/fill/pixel.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <algorithm>
@@ -105,4 +105,4 @@ void fill_with_image(Image<I>& ima, const Image<J>& data) {
 
 }  // namespace qel
 
-#endif  // QEL_DATA_FILL_WITH_IMAGE_HPP
+#endif  // QEL_DATA_FILL_FILL_WITH_IMAGE_HPP

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_PIXEL_HPP
-#define QEL_DATA_PIXEL_HPP
+#ifndef QEL_DATA_FILL_PIXEL_HPP
+#define QEL_DATA_FILL_PIXEL_HPP
 
 #include <qel/core/concept/generalized_pixel.hpp>
 #include <qel/core/point2d.hpp>
@@ -46,4 +46,4 @@ class pixel : public Generalized_Pixel<pixel<I>>, public internal::pixel_impl_<I
 
 }  // namespace qel
 
-#endif  // QEL_DATA_PIXEL_HPP
+#endif  // QEL_DATA_FILL_PIXEL_HPP

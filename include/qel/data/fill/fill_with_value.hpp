@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_FILL_WITH_VALUE_HPP
-#define QEL_DATA_FILL_WITH_VALUE_HPP
+#ifndef QEL_DATA_FILL_FILL_WITH_VALUE_HPP
+#define QEL_DATA_FILL_FILL_WITH_VALUE_HPP
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/trait_image.hpp>
-#include <qel/data/memset.hpp>
+#include <qel/data/fill/memset.hpp>
 #include <qel/trace/trace.hpp>
 
 namespace qel {
@@ -58,4 +58,4 @@ void fill_with_value(Image<I>& ima, const typename I::value& value) {
 
 }  // namespace qel
 
-#endif  // QEL_DATA_FILL_WITH_VALUE_HPP
+#endif  // QEL_DATA_FILL_FILL_WITH_VALUE_HPP

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_CORE_P_ARRAY_HPP
-#define QEL_CORE_P_ARRAY_HPP
+#ifndef QEL_CORE_SITE_SET_P_ARRAY_HPP
+#define QEL_CORE_SITE_SET_P_ARRAY_HPP
 
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/internal/narrowed.hpp>
-#include <qel/core/p_indexed_psite.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/site_set/p_indexed_psite.hpp>
 
 #include <cstddef>
 #include <utility>
@@ -68,4 +68,4 @@ using p_array2d = p_array<point2d>;
 
 }  // namespace qel
 
-#endif  // QEL_CORE_P_ARRAY_HPP
+#endif  // QEL_CORE_SITE_SET_P_ARRAY_HPP

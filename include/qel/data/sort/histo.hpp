@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_HISTO_HPP
-#define QEL_DATA_HISTO_HPP
+#ifndef QEL_DATA_SORT_HISTO_HPP
+#define QEL_DATA_SORT_HISTO_HPP
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/value_set.hpp>
-#include <qel/data/fwd_pixter2d.hpp>
+#include <qel/data/fill/fwd_pixter2d.hpp>
 #include <qel/trace/trace.hpp>
 
 #include <vector>
@@ -60,4 +60,4 @@ array<typename I::value> compute(const Image<I>& ima) {
 
 }  // namespace qel
 
-#endif  // QEL_DATA_HISTO_HPP
+#endif  // QEL_DATA_SORT_HISTO_HPP

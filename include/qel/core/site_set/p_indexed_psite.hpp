@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_CORE_P_INDEXED_PSITE_HPP
-#define QEL_CORE_P_INDEXED_PSITE_HPP
+#ifndef QEL_CORE_SITE_SET_P_INDEXED_PSITE_HPP
+#define QEL_CORE_SITE_SET_P_INDEXED_PSITE_HPP
 
 #include <qel/core/internal/pseudo_site_base.hpp>
 
@@ -65,4 +65,4 @@ struct p_indexed_psite : internal::pseudo_site_base_<const typename S::site&, p_
 
 }  // namespace qel
 
-#endif  // QEL_CORE_P_INDEXED_PSITE_HPP
+#endif  // QEL_CORE_SITE_SET_P_INDEXED_PSITE_HPP

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef QEL_DATA_RADIX_SORT_HPP
-#define QEL_DATA_RADIX_SORT_HPP
+#ifndef QEL_DATA_SORT_RADIX_SORT_HPP
+#define QEL_DATA_SORT_RADIX_SORT_HPP
 
 // Sites by value, for integers too wide to have a counter each: a counting sort for each group of bits.
 //
@@ -11,11 +11,11 @@
 // Cost: a pass takes about as long as the counting sort of an 8-bit image. Memory while it runs: two values with
 // their sites for each site, none for a single pass.
 
-#include <qel/core/box_piter.hpp>
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
-#include <qel/core/p_array.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/site_set/p_array.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -153,4 +153,4 @@ p_array2d radix_sorted_psites(const I& ima) {
 
 }  // namespace qel
 
-#endif  // QEL_DATA_RADIX_SORT_HPP
+#endif  // QEL_DATA_SORT_RADIX_SORT_HPP

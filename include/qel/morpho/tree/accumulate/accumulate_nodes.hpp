@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
+#define QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
+
+// Gathering with an accumulator for each node instead of one for each site: three ways, and which one is taken.
+
+#include <qel/accu/trait_accumulator.hpp>
+#include <qel/core/image2d.hpp>
+#include <qel/core/point2d.hpp>
+#include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/morpho/tree/accumulate/accumulate_by_nodes.hpp>
+#include <qel/morpho/tree/accumulate/node_children.hpp>
+#include <qel/morpho/tree/accumulate/take_as_init.hpp>
+#include <qel/morpho/tree/node_tree.hpp>
+#include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/piter.hpp>
+#include <qel/morpho/tree/sweep/sweep_levels.hpp>
+#include <qel/morpho/tree/sweep/sweep_order.hpp>
+
+#include <type_traits>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// Gives every node its own sites in raster order, then hands on from node to parent. Equal to the definition, since
+/// the order can't be seen in the result.
+template <typename A, typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::free, const A& a, const node_tree<T>& tree, D& data) {
+  const auto& f = tree.whole().f();
+  const auto& number = tree.table().number;
+  for (unsigned k = 0; k < tree.nnodes(); ++k) data.element(k).init();
+  box_fwd_piter_<typename T::site> p(f.domain());
+  for (p.start(); p.is_valid(); p.next()) take_site(data.element(number(p)), a, f, p);
+  up_node_piter<node_tree<T>> n(tree);
+  for (n.start(); n.is_valid(); n.next())
+    if (!tree.is_root(n)) data(tree.parent(n)).take(data(n));
+}
+
+/// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
+/// when its turn comes, so only nodes need an accumulator.
+template <typename A, typename T, typename D>
+void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
+  const auto& f = tree.whole().f();
+  const auto& s = stored_sites(tree.whole().domain());
+  const auto& table = tree.table();
+  for (unsigned k = 0; k < tree.nnodes(); ++k) take_as_init(data.element(k), f, table.canonical[k]);
+
+  // The walk jumps about in the image: what it needs soon is fetched from memory ahead of it.
+  constexpr unsigned far = 32;
+  constexpr unsigned near = 12;
+  for (unsigned i = s.nsites(); i-- > 0;) {
+    if (i >= far) __builtin_prefetch(&table.number(s[i - far]));
+    if (i >= near) {
+      const unsigned k = table.number(s[i - near]);
+      __builtin_prefetch(&data.element(k));
+      __builtin_prefetch(&table.canonical[k]);
+      __builtin_prefetch(&table.parent[k]);
+    }
+    const auto& p = s[i];
+    const unsigned k = table.number(p);
+    if (table.canonical[k] != p) {
+      take_site(data.element(k), a, f, p);
+    } else if (const point2d n = node_sheet::site(k); !tree.is_root(n)) {
+      data(tree.parent(n)).take(data(n));
+    }
+  }
+}
+
+/// With values of 8 and 16 bits nobody else needs the sorted sites, and most nodes have few children; wider ones have been
+/// sorted for the tree, and have so many nodes that lists of their sites and children would take more memory and no less
+/// time. An image of the user's own may keep its rows wherever it likes.
+template <typename A, typename T, typename D>
+void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
+  using numbers = typename trait::ch_value<typename T::function, unsigned>::ret;
+  if constexpr (levels_are_values<typename T::value> && std::is_same_v<numbers, image2d<unsigned>>)
+    if (!has_wide_node(tree)) return accumulate_by_nodes(a, tree, data);
+  accumulate_by_sites(a, tree, data);
+}
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
