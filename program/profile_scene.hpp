@@ -83,7 +83,7 @@ class scene_profile {
             r.memory.value_or(default_memory()),
             r.block,
             r.overlap,
-            qel::scene::reach_of<A>(thresholds_),
+            provable ? qel::scene::reach_of(thresholds_) : 256,
             provable,
             r.inexact};
   }

@@ -65,7 +65,7 @@ def lazy_profile(
     numbers = _arguments.threshold_list(thresholds)
     block = _Block(max(sides[0]), max(sides[1]), scene.dtype, wanted, len(numbers))
     most_pixels = block.window_pixels(parse_bytes(memory))
-    around = block.overlap(most_pixels) if overlap is None else _arguments.whole_number(overlap, "overlap", 0)
+    around = block.overlap(most_pixels, proves) if overlap is None else _arguments.whole_number(overlap, "overlap", 0)
     if not proves:
         block.check_window(around, most_pixels, scene.shape)
     task = _Task((0, 0, scene.shape[0], scene.shape[1]), name, numbers, connectivity, rule, around, most_pixels)
@@ -100,8 +100,10 @@ class _Block:
             )
         return int((memory - self._planes) // self._pixel)
 
-    def overlap(self, window_pixels: int) -> int:
+    def overlap(self, window_pixels: int, proves: bool) -> int:
         """Enough for nearly all regions; bounded, so that windows are mostly block."""
+        if not proves:
+            return 256
         return int(max(1.0, min(math.ceil(self._reach), math.sqrt(window_pixels) / 8)))
 
     def check_window(self, overlap: int, most_pixels: int, scene: tuple[int, int]) -> None:

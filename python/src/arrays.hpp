@@ -41,8 +41,9 @@ auto with_value_type(const pybind11::dtype& type, Call call) {
 inline strided_image matrix_of(const pybind11::array& array, const void* first) {
   const pybind11::ssize_t rows = array.ndim() - 2;
   const bool swapped = array.dtype().attr("isnative").cast<bool>() == false;
-  return {static_cast<const char*>(first), array.shape(rows),       array.shape(rows + 1),
-          array.strides(rows),             array.strides(rows + 1), swapped};
+  return {static_cast<const char*>(first), array.shape(rows),
+          array.shape(rows + 1),           array.strides(rows),
+          array.strides(rows + 1),         swapped};
 }
 
 /// \pre Two dimensions.

@@ -4,7 +4,6 @@
 
 // From a NumPy array, of any strides and byte order, to an image of the library in one copy.
 
-#include <qel/core/box2d.hpp>
 #include <qel/core/image2d.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
@@ -18,12 +17,12 @@ namespace python {
 
 /// The memory of a two-dimensional array. Elements need not be aligned.
 struct strided_image {
-  const char* first;         ///< element (0, 0)
+  const char* first;  ///< element (0, 0)
   std::int64_t rows;
   std::int64_t cols;
-  std::int64_t row_stride;   ///< bytes from a row to the next; perhaps negative
-  std::int64_t col_stride;   ///< bytes from a column to the next; perhaps negative
-  bool swapped;              ///< bytes stand in the other order than the machine's
+  std::int64_t row_stride;  ///< bytes from a row to the next; perhaps negative
+  std::int64_t col_stride;  ///< bytes from a column to the next; perhaps negative
+  bool swapped;             ///< bytes stand in the other order than the machine's
 };
 
 namespace internal {
@@ -46,7 +45,8 @@ template <typename T, typename RowOf>
 void read_strided(const strided_image& source, RowOf row_of) {
   if (source.col_stride == sizeof(T) && !source.swapped) {
     for (std::int64_t row = 0; row < source.rows; ++row)
-      std::memcpy(row_of(row), source.first + row * source.row_stride, static_cast<std::size_t>(source.cols) * sizeof(T));
+      std::memcpy(row_of(row), source.first + row * source.row_stride,
+                  static_cast<std::size_t>(source.cols) * sizeof(T));
     return;
   }
   constexpr std::int64_t side = 64;
@@ -63,10 +63,9 @@ void read_strided(const strided_image& source, RowOf row_of) {
 /// The image of an array. \pre It has 1 to 32765 rows and columns. \throws std::bad_alloc
 template <typename T>
 qel::image2d<T> to_image(const strided_image& source) {
-  using qel::internal::narrowed;
-  const qel::point2d last(narrowed<short>(source.rows - 1), narrowed<short>(source.cols - 1));
-  qel::image2d<T> image(qel::box2d(qel::point2d(0, 0), last));
-  read_strided<T>(source, [&](std::int64_t row) { return &image(qel::point2d(narrowed<short>(row), 0)); });
+  qel::image2d<T> image(static_cast<std::size_t>(source.rows), static_cast<std::size_t>(source.cols));
+  read_strided<T>(source,
+                  [&](std::int64_t row) { return &image(qel::point2d(qel::internal::narrowed<short>(row), 0)); });
   return image;
 }
 

@@ -127,8 +127,9 @@ window_needs needs_of_windows(const settings& wanted) {
   window_needs needs;
   internal::with_attribute<qel::image2d<T>>(wanted.attribute, [&](const auto& attribute) {
     using A = typename std::decay_t<decltype(attribute)>::accumulator;
-    const auto thresholds = internal::converted<typename A::result>(wanted.thresholds);
-    needs = {qel::scene::window_bytes<T, A>(), qel::scene::reach_of<A>(thresholds)};
+    needs.bytes = qel::scene::window_bytes<T, A>();
+    if constexpr (qel::morpho::attribute::is_increasing<A>)
+      needs.reach = qel::scene::reach_of(internal::converted<typename A::result>(wanted.thresholds));
   });
   return needs;
 }

@@ -4,9 +4,6 @@
 
 // What a window costs, and how far around a block one has to look: the figures that a plan is made of.
 
-#include <qel/morpho/attribute/card.hpp>
-#include <qel/morpho/attribute/is_increasing.hpp>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -34,10 +31,9 @@ constexpr std::int64_t window_bytes() {
   return std::max({pixel + sorted, pixel + node + flooded, pixel + node + std::max(judged, filtered)}) * 11 / 10;
 }
 
-/// Pixels from end to end of most regions that do not reach the largest threshold.
-template <typename A, typename L>
+/// Pixels from end to end of most regions that do not reach the largest threshold, of area (`unsigned`) or diagonal.
+template <typename L>
 double reach_of(const std::vector<L>& thresholds) {
-  if constexpr (!morpho::attribute::is_increasing<A>) return 256;  // of no meaning: nothing is proved
   double largest = 0;
   for (const L threshold : thresholds) largest = std::max(largest, static_cast<double>(threshold));
   // A diagonal is a length. Areas are not round; with twice the side of a square a photograph took the least time.
