@@ -1,11 +1,18 @@
 # SPDX-License-Identifier: MIT
 """Pictures and strategies that the tests share."""
+import os
 import pathlib
 
 import numpy as np
+from hypothesis import settings
 from hypothesis import strategies as st
 from hypothesis.extra import numpy as hnp
 
+# A busy machine may take its time. A failing example is printed with the line that repeats it.
+settings.register_profile("project", deadline=None, database=None, print_blob=True)
+settings.load_profile("project")
+
+SANITIZED = "libasan" in os.environ.get("LD_PRELOAD", "")  # takes far more memory and time
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 DTYPES = [np.dtype(code) for code in ("i1", "u1", "i2", "u2", "i4", "u4", "i8", "u8")]
 ATTRIBUTES = ["area", "diagonal", "inertia", "std"]

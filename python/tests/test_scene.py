@@ -11,7 +11,7 @@ import numpy as np
 import pytest
 from hypothesis import given, settings
 from hypothesis import strategies as st
-from support import coast
+from support import SANITIZED, coast
 
 import attribute_profile as ap
 
@@ -40,7 +40,7 @@ def scenes(draw):
     return coast()[top:top + rows, left:left + cols].astype(draw(st.sampled_from(["u1", "<i4", ">u2"])))
 
 
-@settings(max_examples=150, deadline=None)
+@settings(max_examples=150)
 @given(scenes(), st.data())
 def test_blocks_are_those_of_the_whole_scene(scene, data):
     attribute = data.draw(st.sampled_from(["area", "diagonal"]))
@@ -61,7 +61,7 @@ def scene():
 
 @pytest.fixture(scope="module")
 def cluster():
-    limit = "4GB" if "libasan" in os.environ.get("LD_PRELOAD", "") else "280MB"
+    limit = "4GB" if SANITIZED else "280MB"
     with distributed.LocalCluster(n_workers=2, threads_per_worker=1, processes=True, memory_limit=limit,
                                   dashboard_address=None) as workers, distributed.Client(workers):
         yield workers
@@ -132,6 +132,7 @@ class Endless:
         return picture[np.ix_(rows, cols)]
 
 
+@pytest.mark.skipif(SANITIZED, reason="the sanitizer takes more memory than any limit")
 def test_a_store_larger_than_the_memory_of_the_workers(cluster, tmp_path):
     source = Endless(9500, 8500)
     planes = ap.profile_scene(source, "area", [50, 500, 4000], chunks=750, memory="80 MB")
