@@ -81,6 +81,15 @@ def measure_figures(calls, peer, side, sides):
     where = f"{square} mosaic, uint8" + ("" if peer["same_planes"] else ", but OTHER PLANES")
     yield "scikit-image / whole call", where, peer["ms"] / found[area]["ms"], "", 60, True
 
+    python_cases = [area, case(side, "uint16"), case(side, attribute="std")]
+    for c, times in zip(python_cases, measure_python(calls, python_cases)):
+        where = f"{square} mosaic, {c[0].rsplit('-', 1)[1]}, {c[1]}"
+        yield "call from Python / whole call", where, times["call"] / found[c]["ms"], "", 1.05, False
+        if c == area:
+            yield "scikit-image / call from Python", where, peer["ms"] / times["call"], "", 60, True
+            ratio = times["workers 2"] / times["workers 1"]
+            yield "four bands from Python, two workers / one", where, ratio, "", 0.6, False
+
     growing = calls.measure([case(s) for s in sides])
     calls.measure([case(s, value_class) for s in sides for value_class in CLASSES[1:] if s != side])
     small, large = (growing.get(case(s), {}).get("ns_per_site") for s in (1024, 4096))
@@ -105,6 +114,14 @@ def measure_figures(calls, peer, side, sides):
     for name, c, limit in (("area, uint8", area, 20), ("inertia, int32", inertia, 60)):
         yield ("peak memory beyond input and output", f"{square}, {name}", found[c]["peak_bytes_per_site"],
                "bytes a site", limit, False)
+
+
+def measure_python(calls, cases):
+    """Milliseconds of the same calls from Python, for each case."""
+    program = pathlib.Path(__file__).resolve().with_name("python_call.py")
+    folder = calls.program.parent.parent / "python"
+    arguments = (f"{calls.pictures}/" + ",".join(map(str, c)) for c in cases)
+    return map(json.loads, run("env", f"PYTHONPATH={folder}", sys.executable, program, *arguments).splitlines())
 
 
 def measure_stages(program, pictures, side):

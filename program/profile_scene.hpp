@@ -11,6 +11,7 @@
 #include <qel/morpho/attribute/is_increasing.hpp>
 #include <qel/morpho/named_attributes.hpp>
 #include <qel/morpho/to_threshold.hpp>
+#include <qel/scene/window_memory.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -34,7 +35,6 @@
 #include "program/scene.hpp"
 #include "program/scene_file.hpp"
 #include "program/text.hpp"
-#include "program/window_memory.hpp"
 
 namespace program {
 namespace internal {
@@ -118,12 +118,12 @@ class scene_profile {
     const request& r = job_.wanted;
     return {job_.scene.extent(),
             job_.part,
-            window_bytes<T, A>(),
+            qel::scene::window_bytes<T, A>(),
             static_cast<std::int64_t>(planes_ * sizeof(T)),
             job_.memory,
             r.block,
             r.overlap,
-            reach_of<A>(proved_thresholds()),
+            provable ? qel::scene::reach_of(proved_thresholds()) : 256,  // of no meaning where nothing is proved
             provable || !job_.parts.empty(),
             r.inexact};
   }

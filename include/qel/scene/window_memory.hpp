@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
-#ifndef PROGRAM_WINDOW_MEMORY_HPP
-#define PROGRAM_WINDOW_MEMORY_HPP
+#ifndef QEL_SCENE_WINDOW_MEMORY_HPP
+#define QEL_SCENE_WINDOW_MEMORY_HPP
 
 // What a window costs, and how far around a block one has to look: the figures that a plan is made of.
-
-#include <qel/morpho/attribute/card.hpp>
-#include <qel/morpho/attribute/is_increasing.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +10,9 @@
 #include <type_traits>
 #include <vector>
 
-namespace program {
+namespace qel {
+
+namespace scene {
 
 /// Memory for each pixel of a window while its trees are made and filtered, in bytes, at worst: every pixel a node. Pictures
 /// of 8 bits take about half.
@@ -32,10 +31,9 @@ constexpr std::int64_t window_bytes() {
   return std::max({pixel + sorted, pixel + node + flooded, pixel + node + std::max(judged, filtered)}) * 11 / 10;
 }
 
-/// Pixels from end to end of most regions that do not reach the largest threshold.
-template <typename A, typename L>
+/// Pixels from end to end of most regions that do not reach the largest threshold, of area (`unsigned`) or diagonal.
+template <typename L>
 double reach_of(const std::vector<L>& thresholds) {
-  if constexpr (!qel::morpho::attribute::is_increasing<A>) return 256;  // of no meaning: nothing is proved
   double largest = 0;
   for (const L threshold : thresholds) largest = std::max(largest, static_cast<double>(threshold));
   // A diagonal is a length. Areas are not round; with twice the side of a square a photograph took the least time.
@@ -43,6 +41,8 @@ double reach_of(const std::vector<L>& thresholds) {
   return is_area ? 2 * std::sqrt(largest) : largest;
 }
 
-}  // namespace program
+}  // namespace scene
 
-#endif  // PROGRAM_WINDOW_MEMORY_HPP
+}  // namespace qel
+
+#endif  // QEL_SCENE_WINDOW_MEMORY_HPP

@@ -1,0 +1,6 @@
+// SPDX-License-Identifier: MIT
+#include "../typed_instances.hpp"
+
+#include <cstdint>
+
+PYTHON_TYPED_CALLS(std::int64_t);
