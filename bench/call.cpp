@@ -2,16 +2,15 @@
 //
 //   bench_call [--save FILE | --no-floor] PICTURE,ATTRIBUTE,CONNECTIVITY,THRESHOLD/THRESHOLD/...[,RULE] ...
 //
-// Times whole calls of the module's mexFunction in the test host, with the attribute's default rule if none is
-// given. Prints a line of JSON for each case: samples of call and floor in milliseconds, page faults and peak
-// memory. Every round runs every case once, right after its floor, so that what disturbs the machine disturbs
-// all of them. --save writes the planes of the first case to FILE, column by column. --no-floor leaves out the
-// floors, which need lengths that are multiples of 64.
+// Times whole calls of the module's mexFunction in the test host, with the attribute's default rule if none is given.
+// Prints a line of JSON for each case: samples of call and floor in milliseconds, page faults and peak memory. Every
+// round runs every case once, right after its floor: what disturbs the machine disturbs all of them. --save writes the
+// planes of the first case to FILE, column by column. --no-floor leaves out the floors, which need lengths that are
+// multiples of 64.
 //
-// Each sample comes from a new process: what earlier work left in the heap would decide how many pages a call
-// has to fault in. Times are processor times: a call runs on one thread and waits for nothing, so they are
-// what a user waits for on an idle machine, and other processes disturb them less. The host's filling of the
-// output array counts.
+// Each sample comes from a new process: what earlier work left in the heap decides how many pages a call faults in.
+// Times are processor times: a call runs on one thread and waits for nothing, so a user on an idle machine waits as
+// long, and other processes disturb them less. The host's filling of the output array counts.
 
 #include "bench/floor.hpp"
 #include "bench/measure.hpp"
@@ -37,7 +36,7 @@
 namespace bench {
 namespace {
 
-/// What one run in a process of its own gave.
+/// The figures of one run, in its own process.
 struct sample {
   double ms;
   std::int64_t page_faults;
@@ -52,7 +51,7 @@ struct call_case : request {
   std::vector<sample> floors;
 };
 
-/// A picture for the host, which has it column by column, and for the floor, which has it row by row.
+/// A picture for the host, column by column, and for the floor, row by row.
 struct loaded_picture {
   picture columns;
   std::vector<char> rows;
@@ -107,7 +106,7 @@ sample run_floor_of(const call_case& c, const loaded_picture& image) {
   });
 }
 
-/// The planes go to the file `save`, unless its name is empty.
+/// Writes the planes to the file `save`, unless its name is empty.
 sample run_call(const call_case& c, const picture& image, const std::string& save) {
   const auto args = to_arguments(c, image);
   const mxArray* output = nullptr;

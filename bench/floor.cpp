@@ -13,7 +13,7 @@ namespace bench {
 
 namespace {
 
-/// A block that is not set: setting it would be a pass more.
+/// A block that is not set: to set it costs a pass.
 template <typename T>
 std::unique_ptr<T[]> new_block(std::size_t count) {
   return std::unique_ptr<T[]>(new T[count]);
@@ -77,7 +77,7 @@ positions sorted_positions(const T* image, std::size_t count, bool decreasing) {
     return sorted;
   }
 
-  // Each value goes along with its position: fetching it again would miss the cache at every step.
+  // Each value goes along with its position: to fetch it again would miss the cache at every step.
   struct valued_position {
     T value;
     std::uint32_t position;
@@ -91,7 +91,7 @@ positions sorted_positions(const T* image, std::size_t count, bool decreasing) {
   return sorted;
 }
 
-/// A square of values as many on each side as fit into a vector of 16 bytes.
+/// A square of values, with as many on a side as a vector of 16 bytes holds.
 template <typename T>
 struct square {
   static constexpr std::size_t side = 16 / sizeof(T);
@@ -125,8 +125,7 @@ struct square {
   }
 };
 
-/// Writes `image` column by column, by tiles one cache line wide and high: each line is read and written at
-/// once.
+/// Writes `image` column by column, by tiles one cache line wide and high: each line is read and written at once.
 template <typename T>
 void write_transposed(const T* image, std::size_t rows, std::size_t cols, T* result) {
   constexpr std::size_t side = square<T>::side;

@@ -2,7 +2,7 @@
 #ifndef BENCH_MEASURE_HPP
 #define BENCH_MEASURE_HPP
 
-// What the programs of the benchmark share: the calls that they are asked for, the clock, and processes of their own.
+// What the benchmark programs share: the calls that they are asked for, the clock, and child processes.
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -54,7 +54,7 @@ inline double processor_ms() {
 }
 
 /// Runs `work` of the case `name`, which gives a plain object, in a child process: what earlier work left in the heap
-/// would decide how many pages it has to fault in.
+/// decides how many pages it faults in.
 template <typename Work>
 auto in_child(const std::string& name, Work work) {
   int ends[2];

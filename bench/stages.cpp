@@ -2,9 +2,9 @@
 //
 //   bench_stages PICTURE,ATTRIBUTE,CONNECTIVITY,THRESHOLD/THRESHOLD/... ...
 //
-// Where a whole call spends its time: takes the steps of a call one by one, as the call does, on memory that is as cold,
-// and looks at the clock in between. Prints a line of JSON for each case: the medians of the stages in milliseconds, both
-// trees together, and that of the whole call, which their sum has to meet. Each sample comes from a new process, as in
+// Where a call spends its time: takes the steps of a call one by one, on memory as cold as in a call, and reads the
+// clock in between. Prints a line of JSON for each case: the medians of the stages in milliseconds, both trees
+// together, and that of the whole call, which their sum has to meet. Each sample comes from a new process, as in
 // bench_call.
 
 #include "bench/measure.hpp"
@@ -63,7 +63,7 @@ struct times {
 
   void start() { last = processor_ms(); }
 
-  /// What has been done since the last look belongs to stage `s`.
+  /// What was done since the last lap belongs to stage `s`.
   void lap(stage s) {
     const double now = processor_ms();
     ms[s] += now - last;
@@ -71,7 +71,7 @@ struct times {
   }
 };
 
-/// The sink of a call, with a clock: rules run until it is called.
+/// The sink of a call, with a clock: the time until a call of it is that of the rules.
 template <typename T>
 struct timed_planes {
   entry::column_planes<T> to;
@@ -85,7 +85,7 @@ struct timed_planes {
   }
 };
 
-/// Whether a call sorts the sites: not where levels are values.
+/// Whether a call sorts the sites; it does not where levels are values.
 template <typename T>
 constexpr bool is_sorted = sizeof(T) > 2;
 

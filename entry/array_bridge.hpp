@@ -2,10 +2,9 @@
 #ifndef ENTRY_ARRAY_BRIDGE_HPP
 #define ENTRY_ARRAY_BRIDGE_HPP
 
-// Between the host's arrays and images. A host matrix of M rows holds the element of row i and column j at
-// index i + j * M of its block; an image has contiguous rows and a border. Host row i is image row i: nothing
-// is transposed.
-//
+// Between the host's arrays and images. In a host matrix of M rows the element of row i and column j has the index
+// i + j * M; an image has contiguous rows and a border. Host row i is image row i: nothing is transposed. Copies go by
+// tiles: see entry/tiles.hpp.
 // All copies go by tiles: see entry/tiles.hpp.
 
 #include "entry/host.hpp"
@@ -31,12 +30,11 @@ auto* row_of(I& image, std::size_t row) {
 }  // namespace internal
 }  // namespace entry
 
-/// A new image of rows x columns pixels with the elements of `array`, whose elements are of type T; its
-/// border is `border::thickness` wide and not filled.
+/// A new image of rows x columns pixels with the elements of `array`, which are of type T. Its border is not filled.
 ///
-/// \pre    `array` has two dimensions, and its class is that of T: neither is checked.
-/// \throws std::bad_array_new_length if the array has more rows or columns than an image can have (32765 for a border of
-///         3), before anything is allocated. std::bad_alloc if there is no memory for the image.
+/// \pre    `array` has two dimensions and the class of T: neither is checked.
+/// \throws std::bad_array_new_length if the array has more rows or columns than an image can have (32765), before
+///         anything is allocated. std::bad_alloc if there is no memory for the image.
 template <typename V, typename T>
 qel::image2d<V> mxArray2qel_image(const mxArray* array) {
   const std::size_t rows = mxGetM(array);
@@ -48,8 +46,8 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
 }
 
 /// Writes planes of the size of `image`, whose first site is (0, 0), column by column and one after the other from
-/// `destination` on; the border stays behind. `functions` gives for each plane the function from the pixels of `image`
-/// to the elements of the plane.
+/// `destination` on, without the border. `functions` gives for each plane the function from the pixels of `image` to
+/// the elements of the plane.
 ///
 /// \pre there is room for rows x columns elements for each plane.
 template <typename V, typename Functions, typename T>
@@ -58,7 +56,7 @@ void write_planes(const qel::image2d<V>& image, const Functions& functions, T* d
   entry::write_columns(image.domain().len(0), image.domain().len(1), row_of, functions, destination);
 }
 
-/// Writes the pixels of `image` as one such plane. `destination` is left as it was: the caller moves it.
+/// Writes `image` itself as one such plane. The caller moves `destination`.
 template <typename V, typename T>
 void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
   const auto as_element = [](const V& v) { return static_cast<T>(v); };

@@ -22,12 +22,12 @@ const char* const version = "MATLAB R14 native";
 /// The text of a character array. The host's buffer is not freed: the host reclaims it.
 std::string text_of(const mxArray* array) {
   const char* const text = mxArrayToString(array);
-  // A string made from a null pointer would throw std::logic_error, which the host may not survive.
+  // A string made from a null pointer throws std::logic_error, which the host may not survive.
   if (text == nullptr) throw std::bad_alloc();
   return text;
 }
 
-/// Input 5, printed before anything is known about it. Empty if it was not given.
+/// Input 5, printed before its name is looked up. Empty if it was not given.
 std::string read_rule(std::int32_t nrhs, const mxArray* const prhs[]) {
   if (nrhs < 5 || mxIsEmpty(prhs[4])) return {};
   if (!mxIsChar(prhs[4])) mexErrMsgTxt(messages::bad_rule);
@@ -36,7 +36,7 @@ std::string read_rule(std::int32_t nrhs, const mxArray* const prhs[]) {
   return rule;
 }
 
-/// Input 4, truncated: 4.9 is meant to be 4. 0 if it was not given.
+/// Input 4, truncated: 4.9 means 4. 0 if it was not given.
 std::int32_t read_connectivity(std::int32_t nrhs, const mxArray* const prhs[]) {
   if (nrhs < 4 || mxIsEmpty(prhs[3])) return 0;
   if (!mxIsDouble(prhs[3]) || mxGetNumberOfElements(prhs[3]) != 1 || !entry::is_full(prhs[3]))
@@ -44,7 +44,7 @@ std::int32_t read_connectivity(std::int32_t nrhs, const mxArray* const prhs[]) {
   return entry::to_int32(*mxGetPr(prhs[3]));
 }
 
-/// A logical image passes here and is turned away by its class.
+/// A logical image passes here; its class is rejected later.
 void check_image(const mxArray* image) {
   if (mxIsEmpty(image) || (!mxIsNumeric(image) && !mxIsLogical(image))) mexErrMsgTxt(messages::bad_image);
   if (mxGetNumberOfDimensions_700(image) > 2) mexErrMsgTxt(messages::too_many_dimensions);
@@ -59,7 +59,7 @@ std::string read_attribute(const mxArray* attribute) {
 
 const char* mexVersion() { return version; }
 
-// The optional inputs are read first, the last one before all: it is the one reported of several bad inputs.
+// Of several bad inputs the first one checked is reported: users rely on the order 5, 4, 1, 2, 3.
 void mexFunction(std::int32_t, mxArray* plhs[], std::int32_t nrhs, const mxArray* prhs[]) {
   if (nrhs > 5 || nrhs == 1 || nrhs == 2) mexErrMsgTxt(messages::wrong_count);
   if (nrhs == 0) return entry::print_usage();

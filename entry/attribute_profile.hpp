@@ -10,12 +10,12 @@
 
 extern "C" {
 
-/// Tells the host for which generation of its interface the module was made.
+/// Tells the host for which generation of its interface the module is made.
 [[gnu::visibility("default")]] const char* mexVersion();
 
 /// AP = attribute_profile(I, A, L, C, F).
 ///
-/// \param nlhs  not read: the function does the same whatever number of outputs the caller asked for.
+/// \param nlhs  not read: any number of outputs asked for gives the same.
 /// \param plhs  plhs[0] receives the profile; not touched by a call without inputs, which prints the usage.
 /// \param nrhs  0, 3, 4 or 5.
 /// \param prhs  image, attribute, thresholds, and optionally connectivity and rule, which may be empty.

@@ -2,9 +2,8 @@
 #ifndef ENTRY_CONVERSION_HPP
 #define ENTRY_CONVERSION_HPP
 
-// The host gives every number as a double. A plain cast of a double that does not fit is undefined and
-// differs between processors; here the range is tested first, and the results are the same everywhere. Every
-// test is written so that a NaN fails it.
+// The host gives every number as a double. A plain cast of one that does not fit is undefined and differs between
+// processors; here the range is tested first, and a NaN fails every test. Thresholds: see to_threshold.hpp.
 
 #include <qel/morpho/to_threshold.hpp>
 

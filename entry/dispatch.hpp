@@ -29,12 +29,12 @@
 namespace entry {
 namespace internal {
 
-/// The number of thresholds: the columns of input 3, kept to the 32 bits of the host's dimensions.
+/// The number of thresholds: the columns of input 3, reduced to 32 bits.
 inline std::uint32_t threshold_count(const mxArray* thresholds) {
   return qel::internal::narrowed<std::uint32_t>(mxGetN(thresholds));
 }
 
-/// The output array: an image of `rows` x `cols` with 2N + 1 planes, N being the number of thresholds.
+/// The output array: 2N + 1 planes of `rows` x `cols`, with N thresholds.
 template <typename T>
 mxArray* make_output(std::uint32_t rows, std::uint32_t cols, std::uint32_t count) {
   const std::int32_t dimensions[] = {static_cast<std::int32_t>(rows), static_cast<std::int32_t>(cols),
@@ -54,14 +54,14 @@ inline const qel::neighb2d& select_neighborhood(std::int32_t connectivity) {
   }
 }
 
-/// The thresholds in the attribute's result type, in the order given. Ends the call if they are no row of
-/// doubles. \throws std::bad_array_new_length if there are too many to tell the planes in 31 bits.
+/// The thresholds in the attribute's result type, in the order given. Ends the call if they are no row of doubles.
+/// \throws std::bad_array_new_length if the number of planes would not fit into 31 bits.
 template <typename L>
 std::vector<L> read_thresholds(const mxArray* thresholds) {
   if (mxGetClassID(thresholds) != mxDOUBLE_CLASS || mxGetM(thresholds) != 1 || !is_full(thresholds))
     mexErrMsgTxt(messages::bad_thresholds);
   const std::uint32_t count = threshold_count(thresholds);
-  // Beyond this the output's third dimension has wrapped, and the planes would run off its end.
+  // Beyond this the output's third dimension wraps, and the planes run off its end.
   if (count > std::uint32_t{std::numeric_limits<std::int32_t>::max()} / 2) throw std::bad_array_new_length();
 
   const double* const values = mxGetPr(thresholds);
@@ -98,7 +98,7 @@ void compute_attribute_profile(const mxArray* image, mxArray*& output, std::stri
                                const mxArray* thresholds, std::string rule) {
   if (mxGetNumberOfDimensions_700(image) != 2) mexErrMsgTxt(entry::messages::not_two_dimensions);
   const qel::image2d<T> input = mxArray2qel_image<T, T>(image);
-  // Connectivity and thresholds are judged only now; on a failure there the array is left to the host.
+  // Connectivity and thresholds are checked only now; if one is wrong, the array is left to the host.
   output = entry::internal::make_output<T>(input.domain().len(0), input.domain().len(1),
                                            entry::internal::threshold_count(thresholds));
   T* position = reinterpret_cast<T*>(mxGetPr(output));

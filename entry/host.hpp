@@ -2,12 +2,11 @@
 #ifndef ENTRY_HOST_HPP
 #define ENTRY_HOST_HPP
 
-// The fifteen operations that the module needs of its host. It uses one more where there is one: entry/sparse.hpp.
+// The fifteen operations that the module needs of its host. entry/sparse.hpp has one more, which a host may lack.
 //
-// They are declared here rather than taken from a host's own headers, so that one set of objects serves
-// MATLAB (on Windows through the adapter in entry/windows), GNU Octave (through that in entry/octave) and the host in
-// the test program. The names ending
-// in _700 take and give 32-bit dimensions whatever the width of the host's own sizes.
+// They are declared here, not taken from a host's headers: one set of objects serves MATLAB (on Windows through
+// entry/windows/adapter.cpp), GNU Octave (through entry/octave/adapter.cpp) and the host of the test program. The names
+// that end in _700 have 32-bit dimensions whatever the width of the host's sizes.
 
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +16,7 @@ extern "C" {
 /// The host's array; only pointers to it exist here.
 struct mxArray;
 
-/// The host's array classes. The underlying type is fixed so that classes not listed are valid values too.
+/// The host's array classes. The underlying type is fixed: classes not listed are valid values, too.
 enum mxClassID : std::int32_t {
   mxLOGICAL_CLASS = 3,
   mxDOUBLE_CLASS = 6,
@@ -35,8 +34,8 @@ enum mxClassID : std::int32_t {
 /// Reports `text` as the error of the call and ends the call at once, from any depth.
 [[noreturn]] void mexErrMsgTxt(const char* text);
 
-/// Writes to the host's console. It carries no `format` attribute: the usage text is printed with each line
-/// as the format. That is safe for fixed lines without a percent sign, but compilers would warn of it.
+/// Writes to the host's console. It has no `format` attribute: each line of the usage text is printed as the format,
+/// which is safe for fixed lines without a percent sign, but compilers would warn.
 int mexPrintf(const char* format, ...);
 
 /// The text of a character array as new, zero-terminated storage; the host reclaims it when the call ends.
@@ -59,7 +58,7 @@ std::int32_t mxGetNumberOfDimensions_700(const mxArray* array);
 
 std::size_t mxGetNumberOfElements(const mxArray* array);
 
-/// The start of the data block, column-major, whatever the class; to be read as elements of the class.
+/// The start of the data block, column-major, whatever the class: read it as elements of the class.
 double* mxGetPr(const mxArray* array);
 
 bool mxIsChar(const mxArray* array);

@@ -2,7 +2,7 @@
 #ifndef ENTRY_IMAGE_CLASS_HPP
 #define ENTRY_IMAGE_CLASS_HPP
 
-// Which host class stands for which value type: told once, read in both directions.
+// Which host class stands for which value type: one list, read in both directions.
 
 #include "entry/host.hpp"
 
@@ -50,7 +50,7 @@ using all_classes = class_list<image_classes, host_class<bool, mxLOGICAL_CLASS>,
 
 namespace internal {
 
-// Called with T alone: the one base of the list that names T tells the class.
+// Called with T alone: the class is that of the one base of the list that names T.
 template <typename T, mxClassID id>
 constexpr mxClassID class_of(host_class<T, id>) {
   return id;

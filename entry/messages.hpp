@@ -2,8 +2,8 @@
 #ifndef ENTRY_MESSAGES_HPP
 #define ENTRY_MESSAGES_HPP
 
-// Every error text that a user can see. Users and scripts match on them: wording, line ends and the
-// differences between the inputs are part of the interface.
+// Every error text that a user can see. Users and scripts match on them: wording, line ends and the differences between
+// the inputs are part of the interface.
 
 namespace entry {
 namespace messages {

@@ -2,7 +2,7 @@
 #ifndef ENTRY_PROFILE_HPP
 #define ENTRY_PROFILE_HPP
 
-// The attribute profile, written as a host wants it: column by column, plane after plane.
+// The attribute profile as a host wants it: column by column, plane after plane.
 
 #include "entry/array_bridge.hpp"
 #include "entry/host.hpp"
@@ -43,7 +43,7 @@ struct column_planes {
   }
 };
 
-/// The rule of this name. A call with an unknown name ends when the rule is first used, and not before.
+/// The rule of this name. Only its first use ends a call with an unknown name.
 inline auto rule_called(const std::string& name) {
   return qel::morpho::tree::filter::named_rule(name, [] { mexErrMsgTxt(messages::unknown_rule); });
 }
@@ -56,9 +56,9 @@ inline auto rule_called(const std::string& name) {
 ///
 /// \param position  start of the output; stands behind the last plane on return.
 /// \param a         the attribute in its initial state, not changed.
-/// \param lambdas   thresholds, in the unit of the attribute. A node whose attribute equals one stays; with a
-///                  NaN every node fails.
-/// \param rule      judged in the passes only: a call with an unknown rule ends before the first plane.
+/// \param lambdas   thresholds, in the unit of the attribute. A node whose attribute equals one stays; under a NaN all
+///                  nodes fail.
+/// \param rule      an unknown one ends the call before the first plane, not earlier.
 /// \throws std::bad_alloc.
 template <typename I, typename V, typename A, typename N, typename L>
 void _compute_attribute_profile(const qel::Image<I>& image, V*& position, const qel::Accumulator<A>& a,

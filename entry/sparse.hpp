@@ -4,20 +4,19 @@
 
 // Keeps sparse arrays from being read as full ones.
 //
-// A sparse double array answers "yes" to mxIsDouble and tells rows x columns elements, but its data block
-// holds its non-zero elements only: reading it as a full array runs off the end. Only inputs that are read as
-// doubles need the test. A sparse image needs none: its class is double or logical, and no image of these
-// classes is read.
+// A sparse double array answers "yes" to mxIsDouble and tells rows x columns elements, but its data block holds its
+// non-zero elements only: a full read runs off the end. Only inputs read as doubles need the test: a sparse image is
+// double or logical, and no image of these classes is read.
 
 #include "entry/host.hpp"
 
 extern "C" {
 
 #if defined(_WIN32)
-/// An ordinary import: Windows has no others, and every host there has the operation.
+/// An ordinary import: Windows has no weak ones, and every host there has the operation.
 bool mxIsSparse(const mxArray* array);
 #else
-/// A weak reference: the module does not demand it, and a host without sparse arrays may lack it.
+/// A weak reference: a host without sparse arrays may lack it.
 [[gnu::weak]] bool mxIsSparse(const mxArray* array);
 #endif
 

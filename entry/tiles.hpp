@@ -4,10 +4,10 @@
 
 // Copies between the host's column-major blocks and images with contiguous rows.
 //
-// One of the two is strided whichever way a plain double loop is nested: a new cache line, and soon a new page, for
-// every element. Here the elements go by tiles, which lie in the nearest caches. The columns of a tile are pieces of memory
-// that are far apart, often by a power of two, and the more a piece holds the better; the next tile goes on where it
-// ends. A tile is square, for pixels that are near each other share nodes, whose values are looked up.
+// In a plain double loop one of the two is strided: a new cache line, and soon a new page, for every element. Tiles fit
+// into the nearest caches. The columns of a tile are pieces of memory far apart, often by a power of two: long ones are
+// better, and the next tile goes on where one ends. Tiles are square because pixels near each other share nodes, whose
+// values are looked up.
 
 #include <algorithm>
 #include <array>
@@ -32,10 +32,10 @@ void for_each_tile(std::size_t rows, std::size_t cols, Visit visit) {
 }  // namespace internal
 
 /// Writes planes of `rows` x `cols` elements of type T in column-major order, one after the other, from `destination`
-/// on. What they are made of is read once for all planes.
+/// on. Reads their source once for all planes.
 ///
 /// \param row_of    row_of(row) points to the first of `cols` elements.
-/// \param functions for each plane the function that gives its element from that of the row.
+/// \param functions for each plane, the function from an element of the row to that of the plane.
 template <typename T, typename RowOf, typename Functions>
 void write_columns(std::size_t rows, std::size_t cols, RowOf row_of, const Functions& functions, T* destination) {
   using internal::tile_cols;

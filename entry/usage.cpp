@@ -7,7 +7,7 @@ namespace entry {
 
 namespace {
 
-// Each line is a printf format of its own: no percent sign may stand in it.
+// Each line is a printf format: no percent signs.
 constexpr const char* usage[] = {
     " Attribute Profile - Sinopsys\n",
     "\n",

@@ -4,8 +4,8 @@
 //
 //     filter_pgm input.pgm output.pgm AREA
 //
-// Every connected bright structure of fewer than AREA pixels is cut down to the grey level of what surrounds
-// it. Input: PGM, plain (P2) or raw (P5), of 8 or 16 bits. Output: PGM of the same kind.
+// Every connected bright structure of fewer than AREA pixels is cut down to the grey level around it. Input: PGM, plain
+// (P2) or raw (P5), of 8 or 16 bits. Output: PGM of the same kind.
 
 #include <cctype>
 #include <charconv>
@@ -35,7 +35,7 @@
 
 namespace {
 
-/// The area opening of `f`: no bright structure of fewer than `area` pixels is left.
+/// The area opening of `f`: no bright structure of fewer than `area` pixels stays.
 template <typename T>
 qel::image2d<T> area_opening(const qel::image2d<T>& f, unsigned area) {
   using image = qel::image2d<T>;

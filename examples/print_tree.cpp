@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Prints the max-tree of a small image: its nodes from the root upward in brightness, each with its parent,
-// its children and its four attributes.
+// Prints the max-tree of a small image: its nodes, parents first, each with its parent, its children and its four
+// attributes.
 
 #include <iomanip>
 #include <iostream>

@@ -33,7 +33,7 @@ using qel::dpoint2d;
 using qel::point2d;
 using sites = std::vector<point2d>;
 
-/// An object that may hold a handle on an older one: there are no rings, which no count of handles frees.
+/// An object that may hold a handle on an older one: so there are no rings, which handles would never free.
 template <template <typename> class Handle>
 struct chained {
   chained(int& count, int index) : living(count), age(index) { ++living; }
@@ -169,7 +169,7 @@ sites walk(P p) {
 }
 
 void run_box(fuzz::input& in) {
-  // Braces, here and below: they say which number is taken first.
+  // Braces, here and below, fix which number is taken first.
   const point2d last{std::min(in.take<short>(), short{32766}), in.take<short>()};
   const auto reach = [&in](int from) {
     return static_cast<short>(std::max(from - int{in.take<std::uint8_t>()} % 20, -32768));

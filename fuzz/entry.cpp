@@ -30,7 +30,7 @@ const texts attributes = {"a", "area", "d", "diagonal", "i", "inertia", "s", "st
 const texts rules = {"min", "max", "direct", "sub"};
 const texts wrong_texts = {"A", "st", "stds", "Min", "%s%n", " sub"};
 
-/// All but the one for an image of three dimensions: no call gets so far with it.
+/// All but `not_two_dimensions`: another check finds such an image first.
 const std::set<std::string> known_errors = {messages::wrong_count,          messages::bad_rule,
                                             messages::bad_connectivity,     messages::bad_image,
                                             messages::too_many_dimensions,  messages::bad_attribute,
@@ -48,7 +48,7 @@ constexpr array_class other_classes[] = {{1, 8}, {3, 1}, {4, 2}, double_class, {
 
 // ---- Inputs
 
-/// An input of the call, and what its block holds before.
+/// An input of the call, and a copy of its block from before.
 struct argument {
   mxArray* array;
   std::vector<unsigned char> block;
@@ -120,7 +120,7 @@ argument any_text(const texts& right, fuzz::input& in) {
   return result;
 }
 
-/// Input number `i`, mostly of the kind that is wanted there.
+/// Input number `i`, mostly of the kind that the module wants there.
 argument make_input(std::size_t i, fuzz::input& in) {
   if (in.below(8) == 7) return any_array(in);
   if (i == 0) return any_image(in);
@@ -136,7 +136,7 @@ bool is_connectivity(const argument& a) {
   return (c > -1 && c < 1) || (c >= 4 && c < 5) || (c >= 8 && c < 9);
 }
 
-/// Whether the call may not end in an error, by the help that users read. A text that begins with a zero is empty.
+/// Whether the call has to succeed, by the help that users read. A text that begins with a zero is empty.
 bool is_right_call(const std::vector<argument>& inputs) {
   const std::size_t n = inputs.size();
   if (n < 3 || n > 5) return n == 0;

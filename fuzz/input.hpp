@@ -2,10 +2,8 @@
 #ifndef FUZZ_INPUT_HPP
 #define FUZZ_INPUT_HPP
 
-// The bytes of a fuzzer, read as numbers from front to back, and what happens when a law does not hold.
-//
-// Clang brings a reader of its own, but only with its fuzzer. This one makes the same of a kept input under every
-// compiler.
+// Reads the bytes of a fuzzer as numbers from front to back, and ends the program when a law does not hold. Clang's own
+// reader comes only with its fuzzer. This one reads a kept input alike under every compiler.
 
 #include "tests/support/random_image.hpp"
 
@@ -18,7 +16,7 @@
 #include <iterator>
 #include <tuple>
 
-/// What the fuzzer and the replay program call with each input.
+/// The fuzzer and the replay program call this with each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
@@ -55,7 +53,7 @@ class input {
   std::size_t left_;
 };
 
-/// Ends the program, for the fuzzer to keep the input, unless the law holds.
+/// Ends the program unless the law holds: the fuzzer keeps the input then.
 inline void require(bool holds, const char* law) {
   if (holds) return;
   std::cerr << "violated: " << law << std::endl;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// The profile of a small image, by a call as a host makes it, against the slow profile by definition: bit by bit.
+// The profile of a small image, by a call as a host makes it, against the slow profile by definition, bit by bit.
 
 #include "fuzz/input.hpp"
 #include "tests/entry/test_host.hpp"
@@ -43,7 +43,7 @@ support::matrix<T> image(fuzz::input& in) {
   return result;
 }
 
-/// The attribute of a node or a number beside it, where it matters, or any number.
+/// The attribute of a node or a number beside it, where it matters; or any number.
 double threshold(const std::vector<double>& attribute_values, fuzz::input& in) {
   const double v = in.pick(attribute_values);
   switch (in.below(6)) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// In place of a fuzzer: gives the target every file of the folders that are named on the command line. A file that
-// breaks a law ends the program, and its name is the last one printed.
+// In place of a fuzzer: gives the target every file of the folders on the command line. A file that breaks a law ends
+// the program; its name is the last one printed.
 
 #include "fuzz/input.hpp"
 

@@ -1,3 +1,4 @@
+function varargout = attribute_profile (varargin)
 %ATTRIBUTE_PROFILE  Attribute profile of a two-dimensional integer image.
 %
 %   AP = attribute_profile (I, A, L)
@@ -93,6 +94,10 @@
 %   attribute_profile_demo, imread, imwrite
 
 % SPDX-License-Identifier: MIT
+
+  % The module beside this file goes before it.
+  error ('attribute_profile: the module is missing: build_attribute_profile compiles it beside attribute_profile.m');
+end
 
 %!shared I
 %! I = uint8 ([2 2 9 9; 2 8 1 9; 7 7 1 3]);

@@ -1,8 +1,9 @@
-function picture = attribute_profile_curve_picture (X, Y, L)
+function picture = attribute_profile_curve_picture (X, Y, L, A)
 %ATTRIBUTE_PROFILE_CURVE_PICTURE  A granulometric curve and its thresholds in one picture.
 %
 %   picture = attribute_profile_curve_picture (X, Y)
 %   picture = attribute_profile_curve_picture (X, Y, L)
+%   picture = attribute_profile_curve_picture (X, Y, L, A)
 %
 %   Draws what attribute_profile_thresholds returns: the curve in black, its
 %   thresholds as squares with their numbers above, and in grey the straight lines
@@ -15,13 +16,16 @@ function picture = attribute_profile_curve_picture (X, Y, L)
 %   L  the chosen thresholds, 1 x N, increasing, from X(1) to X(n).  Those that
 %      are not in X are drawn where they lie on the curve.  Without L, or for [],
 %      the curve alone is drawn.
+%   A  the attribute, as in attribute_profile: it names the axis of X.  Without A,
+%      or for [], that is the threshold.
 %
 %   Output
 %
 %   picture  a matrix of class uint8 for imshow and imwrite, more than 600 columns
-%            wide.  X runs to the right from X(1) to X(n), which stand below: even
-%            if the X are evenly spaced or X(1) is not positive, logarithmic
-%            otherwise.  Y runs from 0, at the bottom, to its greatest value.
+%            wide.  X runs to the right from X(1) to X(n): even if the X are
+%            evenly spaced or X(1) is not positive, logarithmic otherwise.  Upwards
+%            runs the square root of Y, which is what thresholds are fitted to,
+%            from 0 to the greatest.  Values of X and Y stand at the axes.
 %
 %   Errors
 %
@@ -31,102 +35,178 @@ function picture = attribute_profile_curve_picture (X, Y, L)
 %
 %     I = uint8 (28 * magic (16));
 %     [L, X, Y] = attribute_profile_thresholds (I, 'area', 3);
-%     imwrite (attribute_profile_curve_picture (X, Y, L), fullfile (tempdir, 'curve.png'));
+%     picture = attribute_profile_curve_picture (X, Y, L, 'area');
+%     imwrite (picture, fullfile (tempdir, 'curve.png'));
 %
 %   See also attribute_profile_thresholds, attribute_profile_montage, imwrite
 
 % SPDX-License-Identifier: MIT
 
+  if nargin < 2
+    error ('attribute_profile_curve_picture: give the thresholds X and what they remove, Y');
+  end
   if nargin < 3
     L = [];
+  end
+  if nargin < 4
+    A = [];
   end
   if ~is_increasing (X) || numel (X) < 2
     error ('attribute_profile_curve_picture: X has to be increasing numbers, two at least');
   end
-  if ~isnumeric (Y) || numel (Y) ~= numel (X) || ~all (Y(:) >= 0 & Y(:) < Inf)
+  if ~isnumeric (Y) || ~isreal (Y) || numel (Y) ~= numel (X) || ~all (Y(:) >= 0 & Y(:) < Inf)
     error ('attribute_profile_curve_picture: Y has to be as many numbers as X, 0 or more');
   end
   if ~is_increasing (L) || any (L < X(1)) || any (L > X(end))
     error ('attribute_profile_curve_picture: L has to be increasing numbers from X(1) to X(end)');
   end
+  name = axis_name (A);
   X = double (X(:)');
   Y = double (Y(:)');
   L = double (L(:)');
 
-  scale = @(x) x;
-  if X(1) > 0 && ~is_even (X)
-    scale = @log;
+  logarithmic = X(1) > 0 && ~is_even (X);
+  if logarithmic
+    across = @(x) (log (x) - log (X(1))) / (log (X(end)) - log (X(1)));
+  else
+    across = @(x) (x / 2 - X(1) / 2) / (X(end) / 2 - X(1) / 2);  % halves: a difference can be too large for a double
   end
-  height = 300;
-  width = 600;
-  highest = caption (max (Y));
-  margin = 8;  % more than a pen is wide
-  left = size (highest, 2) + margin;
-  total = left + width + margin;
-  ends = scale (X([1 end]));
-  column = @(x) left + 1 + round ((scale (x) - ends(1)) * ((width - 1) / diff (ends)));
+  highest = max (Y);
+  up = @(y) sqrt (y / max ([highest, realmin]));
 
-  captions = cellfun (@caption, num2cell (L), 'UniformOutput', false);
-  [starts, lines] = places_of (captions, column (L), total);
-  line_height = 22;
-  top = margin + line_height * max ([lines, 1]);
-  bottom = top + height;
-  row = @(y) bottom - round ((height - 1) * (y / max ([Y, realmin])));
+  x_ticks = ticks (X(1), X(end), logarithmic);
+  y_ticks = root_ticks (highest);
+  y_captions = captions_of (y_ticks);
+  size_of = struct ('width', 600, 'height', 300, 'margin', 8, 'line', 22);  % a margin is more than a pen is wide
+  left = size_of.line + 2 * size_of.margin + max (widths_of (y_captions));
+  total = left + size_of.width + size_of.margin;
+  column = @(x) left + 1 + round (across (x) * (size_of.width - 1));
+  captions = captions_of (L);
+  starts = starts_of (captions, column (L), left + 1, total);
+  lines = lines_of (captions, starts);
+  top = size_of.margin + size_of.line * max ([lines, 1]);
+  bottom = top + size_of.height;
+  row = @(part) bottom - round ((size_of.height - 1) * part);
 
-  picture = repmat (uint8 (255), bottom + margin + line_height, total);
+  picture = repmat (uint8 (255), bottom + size_of.margin + 2 * size_of.line, total);
   for k = 1:numel (L)
-    picture(top+1-line_height*lines(k):bottom,column(L(k))) = 160;
+    picture(top+1-size_of.line*lines(k):bottom,column(L(k))) = 160;
   end
-  picture([top+1 bottom],left+(1:width)) = 160;
-  picture(top+1:bottom,left+[1 width]) = 160;
+  picture([top+1 bottom],left+(1:size_of.width)) = 160;
+  picture(top+1:bottom,left+[1 size_of.width]) = 160;
+  picture = with_x_ticks (picture, captions_of (x_ticks), column (x_ticks), bottom, size_of.margin);
+  picture = with_y_ticks (picture, y_captions, row (up (y_ticks)), left, size_of.margin);
+  mask = large_text (name);
+  picture = with_text (picture, mask, bottom + size_of.margin + size_of.line, ...
+                       left + floor ((size_of.width - size (mask, 2)) / 2));
+  mask = rot90 (large_text ('grey levels removed'));
+  picture = with_text (picture, mask, top + floor ((size_of.height - size (mask, 1)) / 2), 1);
 
   knots = [X(1), L, X(end)];
-  levels = interp1 (scale (X), Y, scale (knots));
+  heights = interp1 (across (X), up (Y), across (knots));
   if ~isempty (L)
-    picture = with_line (picture, row (levels), column (knots), 1, 160);
+    picture = with_line (picture, row (heights), column (knots), 1, 160);
   end
-  picture = with_line (picture, row (Y), column (X), 0, 0);
+  picture = with_line (picture, row (up (Y)), column (X), 0, 0);
   for k = 2:numel (knots) - 1
-    picture(row (levels(k))+(-3:3),column (knots(k))+(-3:3)) = 0;
-    picture = with_text (picture, captions{k-1}, top - line_height * lines(k-1), starts(k-1));
+    picture(row (heights(k))+(-3:3),column (knots(k))+(-3:3)) = 0;
+    picture = with_text (picture, captions{k-1}, top - size_of.line * lines(k-1), starts(k-1));
   end
-  picture = with_text (picture, highest, top, 1);
-  first = caption (X(1));
-  last = caption (X(end));
-  picture = with_text (picture, first, bottom + margin, left + 1);
-  picture = with_text (picture, last, bottom + margin, total - size (last, 2) + 1);
+end
+
+function picture = with_x_ticks (picture, captions, columns, bottom, margin)
+  starts = starts_of (captions, columns, 1, size (picture, 2));
+  for k = find (legible (starts, starts + widths_of (captions)))
+    picture(bottom+(1:4),columns(k)) = 160;
+    picture = with_text (picture, captions{k}, bottom + margin, starts(k));
+  end
+end
+
+function picture = with_y_ticks (picture, captions, rows, left, margin)
+  for k = find (legible (rows - 9, rows + 9))
+    picture(rows(k),left-(0:3)) = 160;
+    picture = with_text (picture, captions{k}, rows(k) - 9, left - margin + 1 - size (captions{k}, 2));
+  end
 end
 
 function valid = is_increasing (values)
-  valid = isnumeric (values) && all (isfinite (values(:))) && all (diff (double (values(:))) > 0);
+  valid = isnumeric (values) && isreal (values) && all (isfinite (values(:))) && all (diff (double (values(:))) > 0);
 end
 
 function even = is_even (X)
-  steps = diff (X);
+  steps = diff (X / 2);
   even = max (steps) - min (steps) <= 1e-6 * max (steps);
 end
 
-% Whole numbers are written whole: areas have up to ten digits.
-function mask = caption (value)
-  if value == round (value) && abs (value) < 1e10
-    text = sprintf ('%.0f', value);
+function name = axis_name (A)
+  names = with_char ({A});
+  known = struct ('a', 'area in pixels', 'd', 'diagonal in pixels', 'i', 'inertia', 's', 'std in grey levels');
+  if isempty (A)
+    name = 'threshold';
+  elseif ischar (names{1}) && any (strcmp (names{1}, {'a', 'area', 'd', 'diagonal', 'i', 'inertia', 's', 'std'}))
+    name = known.(names{1}(1));
   else
-    text = sprintf ('%.4g', value);
+    error ('attribute_profile_curve_picture: A has to be an attribute of attribute_profile');
   end
+end
+
+% Values for the axis of X: its ends, and round ones between.
+function values = ticks (low, high, logarithmic)
+  if ~logarithmic
+    power = 10 ^ floor (log10 (high / 5 - low / 5));
+    steps = power * [1 2 5 10];
+    step = steps(find (steps >= high / 6 - low / 6, 1));
+    rounds = step * (ceil (low / step):floor (high / step));
+  else
+    powers = 10 .^ (floor (log10 (low)):floor (log10 (high)));
+    rounds = [powers, 2 * powers, 5 * powers];
+    if numel (powers) > 3
+      rounds = powers;
+    end
+  end
+  values = [low, high, rounds(rounds > low & rounds < high)];
+end
+
+% Values for the axis of Y: its ends, and round ones of the two upper powers of ten.
+function values = root_ticks (high)
+  powers = 10 .^ (floor (log10 (max (high, realmin))) - [0 1]);
+  rounds = [5 * powers, 2 * powers, powers];
+  values = [0, high(high > 0), rounds(rounds < high)];
+end
+
+% Which of the captions, from pixel FIRST to LAST each, are shown: those that leave the ones before them legible.
+function shown = legible (first, last)
+  shown = false (size (first));
+  for k = 1:numel (first)
+    shown(k) = all (last(k) + 6 < first(shown) | last(shown) + 6 < first(k));
+  end
+end
+
+function masks = captions_of (values)
+  masks = cellfun (@(value) large_text (number_text (value)), num2cell (values), 'UniformOutput', false);
+end
+
+function mask = large_text (text)
   mask = repelem (caption_text (text), 2, 2);
 end
 
-% The first column of each caption, centred at its mark but inside the picture, and its line, counted upwards from 1:
-% the lowest one in which it leaves the captions before it legible.
-function [starts, lines] = places_of (captions, marks, total)
-  starts = zeros (1, numel (captions));
-  lines = starts;
+function width = widths_of (masks)
+  width = cellfun (@(mask) size (mask, 2), masks);
+end
+
+% The first column of each caption, centred at its mark but between the columns FIRST and LAST.
+function starts = starts_of (captions, marks, first, last)
+  widths = widths_of (captions);
+  starts = max (first, min (marks - floor (widths / 2), last - widths + 1));
+end
+
+% The line of each caption, counted upwards from 1: the lowest one in which it leaves the captions before it legible.
+function lines = lines_of (captions, starts)
+  lines = zeros (1, numel (captions));
   taken = zeros (1, numel (captions));  % the columns of each line that are taken
   for k = 1:numel (captions)
-    width = size (captions{k}, 2);
-    starts(k) = max (1, min (marks(k) - floor (width / 2), total - width + 1));
     lines(k) = find (taken < starts(k), 1);
-    taken(lines(k)) = starts(k) + width;
+    taken(lines(k)) = starts(k) + size (captions{k}, 2) + 5;
   end
 end
 
@@ -160,40 +240,47 @@ end
 %!  top = lines(1); bottom = lines(end); left = columns(1); right = columns(end);
 %!endfunction
 
+%!function ink = ink_above (picture)  % the squares
+%!  [top, ~, left] = frame_of (picture);
+%!  ink = sum (sum (picture(1:top-4,left:end) == 0));
+%!endfunction
+
 %!test <*thresholds are squares on the curve, over an even axis and a logarithmic one>
 %! X = 0:10;
 %! L = [0 2 5 6.5 10];
 %! Y = X .^ 2;
-%! for axis = {@(x) x, @(x) 2 .^ x; [0 4 25 42.5 100], [0 4 25 42.5 100]}
+%! for axis = {@(x) x, @(x) 2 .^ x; [0 4 25 42.25 100], [0 4 25 42.25 100]}
 %!   at = axis{1}(L);
 %!   picture = attribute_profile_curve_picture (axis{1}(X), Y, at);
 %!   [rows, columns] = squares_in (picture);
 %!   [top, bottom, left, right] = frame_of (picture);
 %!   assert (columns', left + L / 10 * (right - left), 0.5 + 1e-9);
-%!   assert (rows', bottom + axis{2} / 100 * (top - bottom), 0.5 + 1e-9);
-%! endfor
-
-%!test <*the curve runs through its points>
-%! Y = [0 3 3 40 51 51 90 100];
-%! picture = attribute_profile_curve_picture (1:8, Y);
-%! [top, bottom, left, right] = frame_of (picture);
-%! for k = 2:7
-%!   row = round (bottom + Y(k) / 100 * (top - bottom));
-%!   assert (picture(row, round (left + (k-1) / 7 * (right - left))), uint8 (0));
+%!   assert (rows', bottom + sqrt (axis{2} / 100) * (top - bottom), 0.5 + 1e-9);
 %! endfor
 
 %!test <*captions leave each other legible and are not cut>
 %! X = 1:1000;
 %! L = [1 2 3 4 500 999.5 999.75 1000];
-%! ink = @(picture) sum (sum (picture(1:frame_of (picture)-4,:) == 0));  % above the squares
-%! alone = arrayfun (@(threshold) ink (attribute_profile_curve_picture (X, X, threshold)), L);
-%! assert (ink (attribute_profile_curve_picture (X, X, L)), sum (alone));
+%! alone = arrayfun (@(threshold) ink_above (attribute_profile_curve_picture (X, X, threshold)), L);
+%! assert (ink_above (attribute_profile_curve_picture (X, X, L)), sum (alone));
 %! assert (alone > 0, true (1, 8));
 
 %!test <*a curve may be level at 0 and have columns for rows>
 %! picture = attribute_profile_curve_picture ([1 2 4], [0 0 0], 2);
 %! assert (attribute_profile_curve_picture ([1; 2; 4], [0; 0; 0], 2), picture);
 
+%!test <*the ends of double are values like others>
+%! X = [-1 0 1] * 1.7e308;
+%! picture = attribute_profile_curve_picture (X, [0 0.85e308 1.7e308], 0);
+%! [rows, columns] = squares_in (picture);
+%! [top, bottom, left, right] = frame_of (picture);
+%! assert ([rows, columns], [bottom + sqrt(0.5) * (top - bottom), (left + right) / 2], 1);
+
+%!error <give the thresholds X> attribute_profile_curve_picture (1:3)
+%!error <X has to be> attribute_profile_curve_picture ([1 2i], [0 1])
+%!error <Y has to be> attribute_profile_curve_picture ([1 2], [0 1i])
+%!error <L has to be> attribute_profile_curve_picture ([1 2 3], [0 1 2], [1 2i])
+%!error <A has to be> attribute_profile_curve_picture ([1 2 3], [0 1 2], 2, 'are')
 %!error <X has to be> attribute_profile_curve_picture (3, 0, [])
 %!error <X has to be> attribute_profile_curve_picture ([1 2 2], [0 1 2], [])
 %!error <Y has to be> attribute_profile_curve_picture ([1 2 3], [0 1], [])

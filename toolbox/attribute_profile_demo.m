@@ -4,7 +4,8 @@ function attribute_profile_demo (picture, folder, step)
 %   attribute_profile_demo (PICTURE, FOLDER)
 %   attribute_profile_demo (PICTURE, FOLDER, STEP)
 %
-%   Reads the image file PICTURE as grey levels, computes two profiles (area and
+%   Reads the image file PICTURE as grey levels, of the class that the file has
+%   (indexed colours and black-and-white pictures become uint8), computes two profiles (area and
 %   standard deviation), checks the planes and writes the montages area.png and
 %   std.png into FOLDER, each plane shown at 1/STEP of its size (default 4), as
 %   attribute_profile_montage does.  A plane in the wrong place is an error.
@@ -15,10 +16,19 @@ function attribute_profile_demo (picture, folder, step)
 
 % SPDX-License-Identifier: MIT
 
+  if nargin < 2
+    error ('attribute_profile_demo: give a picture file and a folder for the montages');
+  end
   if nargin < 3
     step = 4;
   end
-  image = grey_levels (imread (picture));
+  if ~isnumeric (step) || ~isscalar (step) || ~(step >= 1 && step == floor (step))
+    error ('attribute_profile_demo: STEP has to be a whole number of at least 1');
+  end
+  names = with_char ({picture, folder});
+  [picture, folder] = names{:};
+  [values, map] = imread (picture);
+  image = grey_levels (values, map);
   fprintf ('%s: %d x %d pixels of class %s\n', picture, size (image, 1), size (image, 2), class (image));
   show_profile (image, 'area', [100 1000 10000], folder, step);
   show_profile (image, 'std', [5 10 20], folder, step);
@@ -59,12 +69,19 @@ function check_planes (image, attribute, thresholds, planes)
   fprintf ('  plane %d is the input; the order of the planes is right\n', n + 1);
 end
 
-% Grey levels of an RGB picture, with the weights of ITU-R BT.601.
-function grey = grey_levels (picture)
-  if size (picture, 3) == 1
-    grey = picture;
+% Grey levels, for colours with the weights of ITU-R BT.601. MAP has the colours of an indexed picture, whose values count
+% from 0.
+function grey = grey_levels (values, map)
+  weights = [0.299; 0.587; 0.114];
+  if ~isempty (map)
+    levels = uint8 (255 * map(:,1:3) * weights);
+    grey = reshape (levels(double (values) + 1), size (values));
+  elseif islogical (values)
+    grey = 255 * uint8 (values);
+  elseif size (values, 3) < 3
+    grey = values(:,:,1);
   else
-    rgb = double (picture);
-    grey = uint8 (0.299 * rgb(:,:,1) + 0.587 * rgb(:,:,2) + 0.114 * rgb(:,:,3));
+    grey = reshape (double (values(:,:,1:3)), [], 3) * weights;
+    grey = cast (reshape (grey, size (values, 1), size (values, 2)), class (values));
   end
 end

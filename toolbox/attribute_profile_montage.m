@@ -6,7 +6,8 @@ function picture = attribute_profile_montage (AP, L, scale)
 %   picture = attribute_profile_montage (AP, L, SCALE)
 %
 %   First row: the planes with dark regions removed, in their order; second row:
-%   the input; third row: the planes with bright regions removed.  Needs no display.
+%   the input; third row: the planes with bright regions removed.  Each has a black
+%   frame of one pixel.  Needs no display.
 %
 %   Input
 %
@@ -16,7 +17,8 @@ function picture = attribute_profile_montage (AP, L, scale)
 %   L      the thresholds that AP was computed with, N numbers.  They make the
 %          captions: 'dark < 100' stands over the plane without dark regions of
 %          an attribute below 100, 'bright < 100' over the one without bright
-%          ones.  Without L, or for [], the captions are the numbers of the planes.
+%          ones; whole numbers in full, others with four digits.  Without L, or for
+%          [], the captions are the numbers of the planes.
 %   SCALE  the size of a shown plane: 1 (default), a whole number for squares of
 %          SCALE x SCALE pixels, or 1/STEP with a whole number STEP for the means
 %          of STEP x STEP pixels; rows and columns left over are dropped then.
@@ -30,8 +32,8 @@ function picture = attribute_profile_montage (AP, L, scale)
 %
 %   Errors
 %
-%   An AP that is not as above is an error, and so is an L of another number of
-%   thresholds.
+%   An AP, an L or a SCALE that is not as above is an error, and so is a STEP of
+%   more than the rows or columns.
 %
 %   Example
 %
@@ -44,6 +46,9 @@ function picture = attribute_profile_montage (AP, L, scale)
 
 % SPDX-License-Identifier: MIT
 
+  if nargin < 1
+    error ('attribute_profile_montage: give a profile, as attribute_profile returns it');
+  end
   n = (size (AP, 3) - 1) / 2;
   if ~isinteger (AP) || ndims (AP) > 3 || isempty (AP) || n < 1 || n ~= floor (n)
     error ('attribute_profile_montage: AP has to be a rows x columns x (2N + 1) array of an integer class');
@@ -54,9 +59,10 @@ function picture = attribute_profile_montage (AP, L, scale)
   if nargin < 3
     scale = 1;
   end
-  if ~isempty (L) && numel (L) ~= n
-    error ('attribute_profile_montage: L has to have as many thresholds as AP: %d', n);
+  if ~isempty (L) && ~(isnumeric (L) && isreal (L) && numel (L) == n)
+    error ('attribute_profile_montage: L has to be as many real numbers as AP has thresholds: %d', n);
   end
+  scale = checked_scale (scale, min (size (AP, 1), size (AP, 2)));
 
   low = 0;
   range = 255;
@@ -76,7 +82,8 @@ function picture = attribute_profile_montage (AP, L, scale)
   letter = max (1, round (size (tiles{1}, 2) / 256));
   captions = cellfun (@(caption) resized (caption, letter), captions, 'UniformOutput', false);
   gap = 4;
-  head = 10 * letter;  % the 9 rows of a caption and 1 to the plane
+  tiles = cellfun (@framed, tiles, 'UniformOutput', false);
+  head = 9 * letter;
   [rows, cols] = size (tiles{1});
   row_step = head + rows + gap;
   column_step = max ([cols, cellfun(@(caption) size (caption, 2), captions)]) + gap;
@@ -104,9 +111,29 @@ function text = caption_of (k, n, L)
     text = sprintf ('plane %d', k);
   else
     sides = {'dark', 'bright'};
-    % Ten digits hold every area; lower case, because the hosts write Inf and NaN.
-    text = lower (sprintf ('%s < %.10g', sides{1+(k>n)}, L(abs (k - n - 1))));
+    text = [sides{1+(k>n)} ' < ' number_text(L(abs (k - n - 1)))];
   end
+end
+
+function scale = checked_scale (scale, shortest)
+  whole = @(x) abs (x - round (x)) < 1e-6;
+  if isnumeric (scale) && isempty (scale)
+    scale = 1;
+  elseif ~isnumeric (scale) || ~isscalar (scale) || ~isreal (scale) || ~(scale > 0 && scale < Inf) || ...
+         ~whole (max (double (scale), 1 / double (scale)))
+    error ('attribute_profile_montage: SCALE has to be a whole number, or 1/STEP with a whole number STEP');
+  elseif scale * shortest < 1 - 1e-6
+    error ('attribute_profile_montage: at SCALE 1/%.0f no pixel is left', 1 / scale);
+  end
+  scale = double (scale);
+  if scale > 1
+    scale = round (scale);
+  end
+end
+
+function framed = framed (tile)
+  framed = zeros (size (tile) + 2, 'uint8');
+  framed(2:end-1,2:end-1) = tile;
 end
 
 function picture = resized (picture, scale)
@@ -123,9 +150,11 @@ function picture = resized (picture, scale)
 end
 
 %!function tile = tile_at (picture, row, column, height, width)
-%!  % Of planes that are narrower than their captions, which are 10 rows high with the space to the plane, and 66
-%!  % columns wide for 'bright < 3 '.
-%!  tile = picture(4 + (row-1) * (14+height) + 10 + (1:height), 4 + (column-1) * 70 + (1:width));
+%!  % Of planes that are narrower than their captions, which are 9 rows high, and 66 columns wide for 'bright < 3 '.
+%!  framed = picture(4 + (row-1) * (15+height) + 9 + (1:height+2), 4 + (column-1) * 70 + (1:width+2));
+%!  tile = framed(2:end-1,2:end-1);
+%!  framed(2:end-1,2:end-1) = 0;
+%!  assert (~any (framed(:)));
 %!endfunction
 
 %!shared AP, L
@@ -134,7 +163,7 @@ end
 
 %!test <*dark planes stand above the input, bright ones below>
 %! picture = attribute_profile_montage (AP, L);
-%! assert (size (picture), [3 * 17 + 4, 2 * 70 + 4]);
+%! assert (size (picture), [3 * 18 + 4, 2 * 70 + 4]);
 %! places = [1 1; 1 2; 2 1.5; 3 1; 3 2];
 %! for k = 1:5
 %!   assert (tile_at (picture, places(k,1), places(k,2), 3, 3), AP(:,:,k));
@@ -161,4 +190,14 @@ end
 %!error <rows x columns x> attribute_profile_montage (AP(:,:,1:4), L)
 %!error <rows x columns x> attribute_profile_montage (AP(:,:,1), [])
 %!error <rows x columns x> attribute_profile_montage (double (AP), L)
-%!error <as many thresholds as AP: 2> attribute_profile_montage (AP, 3)
+%!error <give a profile> attribute_profile_montage ()
+%!test <*L and SCALE are checked>
+%! for bad = {3, {3, 7}, 'ab', [3 7i]}
+%!   fail ("attribute_profile_montage (AP, bad{1})", 'as many real numbers as AP has thresholds: 2');
+%! endfor
+%! for bad = {'a', 2.5, 0.7, 0, -1, NaN, Inf, {}, {2}, [1 2], 2i, true}
+%!   fail ("attribute_profile_montage (AP, L, bad{1})", 'SCALE has to be');
+%! endfor
+%! fail ("attribute_profile_montage (AP, L, 1/4)", 'at SCALE 1/4 no pixel is left');
+%! assert (attribute_profile_montage (AP, L, []), attribute_profile_montage (AP, L, single (1)));
+%! assert (size (attribute_profile_montage (AP, L, 1/3)), [3 * 16 + 4, 2 * 70 + 4]);

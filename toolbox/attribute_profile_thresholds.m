@@ -1,8 +1,10 @@
-function [L, X, Y] = attribute_profile_thresholds (I, A, N, C, F)
+function [L, X, Y] = attribute_profile_thresholds (varargin)
 %ATTRIBUTE_PROFILE_THRESHOLDS  Thresholds for a profile, chosen from the picture.
 %
 %   L = attribute_profile_thresholds (I, A, N)
-%   [L, X, Y] = attribute_profile_thresholds (I, A, N, C, F)
+%   L = attribute_profile_thresholds (I, A, N, C, F)
+%   L = attribute_profile_thresholds (..., [LOW HIGH])
+%   [L, X, Y] = attribute_profile_thresholds (...)
 %
 %   Chooses thresholds where the picture changes its behaviour: at the sizes,
 %   shapes or spreads that its regions have.
@@ -13,53 +15,60 @@ function [L, X, Y] = attribute_profile_thresholds (I, A, N, C, F)
 %   A, C, F  attribute, connectivity and filtering rule, as in attribute_profile,
 %            with the same defaults.  A rule that is given is not printed.
 %   N        the number of thresholds, a whole number of at least 1.
+%   [LOW HIGH]  as the last input: the thresholds lie between these two, in the
+%            unit of the attribute.  LOW is at least 1 for area and diagonal, at
+%            least 0 for the others.  Without it the picture gives the range.
 %
 %   Output
 %
 %   L  the thresholds, 1 x N, of class double, increasing, without repeats; for
 %      the area whole numbers.  L has fewer than N where fewer do: see below.
-%   X  1 x n, some 60 thresholds from the least to the greatest value that the
-%      attribute takes in I below the whole image: even in the logarithm for area
-%      (in whole numbers, each of them once) and diagonal, even for inertia and
-%      standard deviation.
+%   X  1 x n, up to 60 thresholds over the range: evenly spaced for the standard
+%      deviation, evenly in the logarithm for the others (inertia below 1/6, in a
+%      range that you give: evenly); for the area whole numbers, each once.
 %   Y  1 x n, the granulometric curve of I: how much of the picture each
 %      threshold of X removes, in grey levels.  Y(k) is the sum of |I - plane|
 %      over all pixels of both planes of X(k), the dark and the bright one.  It
 %      never falls.
+%
+%   The range
+%
+%   X begins with the last threshold that removes nothing; for the standard
+%   deviation with HIGH / 60, because regions of one value have 0 and go at once;
+%   for the inertia not below 1/6, that of a square, because what has less is
+%   compact.  It ends, at HIGH, with the last threshold by
+%   which one of the two planes keeps a tenth of the standard deviation of I; for
+%   the area with a tenth of the pixels, for the diagonal with a third of the
+%   picture's own, if that is less.  Both ends are searched in two steps, to
+%   about a thousandth of what is searched.
 %
 %   How L is chosen
 %
 %   Joined by straight lines, the first point of the curve, N points between and
 %   the last one make a function that is linear piece by piece.  L are those N
 %   points, out of all choices, for which this function has the least sum of
-%   squared errors at the points of the curve: over log (X) for area and
-%   diagonal, over X for the others.  The choice is found by dynamic programming.
-%   L has fewer than N thresholds if fewer points lie between the ends of the
-%   curve, or if fewer meet it exactly.
+%   squared errors at the points of the curve: for sqrt (Y), over the X as they
+%   are spaced.  The choice is found by dynamic programming.  L has fewer than N
+%   thresholds if fewer points lie between the ends of the curve, or if fewer
+%   meet it exactly.
 %
 %   A step of the curve takes two thresholds, one on either side: to tell k kinds
-%   of regions apart ask for 2k - 1.  What is removed counts by its volume, pixels
-%   times grey levels, so that the largest regions take the last thresholds; those
-%   that leave a plane nearly flat can be left out, as in L(L < 5000).
-%
-%   Y starts at 0, because the least region equals X(1) and stays.  Regions whose
-%   inertia or deviation comes out negative or NaN, by rounding or because squares
-%   wrap (see attribute_profile), stay at no threshold: then Y starts above 0.
+%   of regions apart ask for 2k - 1.  For two or three kinds k + 1 are enough.
 %
 %   Cost
 %
-%   Ten to fifteen calls of attribute_profile with 4 thresholds find the ends of X.
-%   One call gives all planes of the curve if they take up to 512 MB, which is 4
-%   million pixels of uint8.  If they take more, it is one call for every 4
-%   thresholds, so that no more than 9 planes are held at a time (Octave holds the
-%   result of a call twice while it returns).
+%   The curve is computed twice, and in part a third time, to find the range; once
+%   if you give it.  One call of attribute_profile gives all its planes if they
+%   take up to 512 MB, which is 4 million pixels of uint8.  If they take more, it
+%   is one call for every 4 thresholds, so that no more than 9 planes are held at
+%   a time (Octave holds the result of a call twice while it returns).
 %
 %   Errors
 %
-%   A flat image, an attribute that takes one value in I below the whole image,
-%   and areas of two neighbouring whole numbers are errors: they leave nothing
-%   to choose from.  So is an N that is not as above.  Wrong inputs of
-%   attribute_profile have its messages.
+%   A flat image is an error, and so is a range without a threshold to choose:
+%   with fewer than 3 X, or where nothing changes.  That happens in images of few
+%   pixels or few regions; give [LOW HIGH] then.  So is an N or a range that is
+%   not as above.  Wrong inputs of attribute_profile have its messages.
 %
 %   Example
 %
@@ -67,109 +76,129 @@ function [L, X, Y] = attribute_profile_thresholds (I, A, N, C, F)
 %     I(4:7,[4:7, 12:15]) = 80;  I(20:27,10:17) = 80;  I(40:55,20:35) = 80;
 %     [L, X, Y] = attribute_profile_thresholds (I, 'area', 5);    % squares of 16, 64, 256 pixels
 %     AP = attribute_profile (I, 'area', L);
-%     picture = attribute_profile_curve_picture (X, Y, L);
+%     picture = attribute_profile_curve_picture (X, Y, L, 'area');
 %     imwrite (picture, fullfile (tempdir, 'curve.png'));
+%     L = attribute_profile_thresholds (I, 'area', 3, [1 100]);   % of the small squares only
 %
 %   See also attribute_profile, attribute_profile_curve_picture,
 %   attribute_profile_montage
 
 % SPDX-License-Identifier: MIT
 
-  if nargin < 4
-    C = [];
+  [I, A, N, C, F, range] = inputs_of (varargin);
+  [position, threshold, bounds] = axis_of (I, A);
+  if isempty (range)
+    if all (I(:) == I(1))
+      error ('attribute_profile_thresholds: the image is flat');
+    end
+    range = range_of (I, A, C, F, @(ends) spread_over (ends, position, threshold, A), bounds);
   end
-  if nargin < 5
-    F = [];
+  X = spread_over (range, position, threshold, A);
+  if numel (X) > 2
+    Y = curve_at (I, A, X, C, F);
   end
-  if ~isnumeric (N) || ~isscalar (N) || ~(N >= 1 && N < Inf && N == floor (N))
+  if numel (X) < 3 || Y(1) == Y(end)
+    error (['attribute_profile_thresholds: from %.4g to %.4g there is nothing to choose for ''%s''; ' ...
+            'give another range [LOW HIGH] as the last input'], range, A);
+  end
+  L = X(breakpoints (position (X), sqrt (Y), N));
+end
+
+function [I, A, N, C, F, range] = inputs_of (inputs)
+  inputs = with_char (inputs);
+  if numel (inputs) < 3
+    error ('attribute_profile_thresholds: give an image, an attribute and the number of thresholds');
+  end
+  range = [];
+  if numel (inputs) > 3 && isnumeric (inputs{end}) && numel (inputs{end}) == 2
+    range = double (inputs{end}(:)');
+    inputs(end) = [];
+  elseif numel (inputs) > 5
+    error ('attribute_profile_thresholds: the last of %d inputs has to be a range [LOW HIGH]', numel (inputs));
+  end
+  inputs(end+1:5) = {[]};
+  [I, A, N, C, F] = inputs{:};
+  if ~isnumeric (N) || ~isscalar (N) || ~isreal (N) || ~(N >= 1 && N < Inf && N == floor (N))
     error ('attribute_profile_thresholds: N has to be a whole number of at least 1');
   end
   profile_of (I(1:min (end, 1)), A, 1, C, F);  % wrong inputs fail here, before the work begins
-
-  points = 60;
-  [least, greatest] = attribute_range (I, A, C);
-  if any (A(1) == 'ad')
-    X = exp (linspace (log (least), log (greatest), points));
-    if A(1) == 'a'
-      X = round (X);
-    end
-    X([1 end]) = [least greatest];
-    X = unique (X);
-    position = log (X);
-  else
-    X = linspace (least, greatest, points);
-    position = X;
+  if ~isempty (range) && ~(isreal (range) && all (isfinite (range)) && diff (range) > 0 && range(1) >= any (A(1) == 'ad'))
+    error (['attribute_profile_thresholds: the range [LOW HIGH] has to be increasing, with LOW at least 1 for area ' ...
+            'and diagonal, at least 0 for inertia and std']);
   end
-  if numel (X) < 3
-    error ('attribute_profile_thresholds: attribute ''%s'' takes the values %g and %g only, with none between', ...
-           A, least, greatest);
-  end
-  Y = removed (I, A, X, C, F);
-  L = X(breakpoints (position, Y, N));
 end
 
-% The least and the greatest value of the attribute below the whole image. By the default rules a plane changes at a
-% threshold exactly if the threshold passes the value of some region: under 'sub' each region takes its own height
-% along. So the curve starts to rise at the one value and ends to rise at the other, and both are found by search among
-% all values that the attribute can have, numbered in their order by KEYS.
-function [least, greatest] = attribute_range (I, A, C)
+% Thresholds are spaced evenly in POSITION, whose inverse is THRESHOLD. BOUNDS are the least and the greatest one that can
+% be of use in I.
+function [position, threshold, bounds] = axis_of (I, A)
+  sides = [size(I, 1), size(I, 2)];
+  position = @log;
+  threshold = @exp;
   switch A(1)
     case 'a'
-      keys = [1, numel(I)];
-      value = @(key) key;
+      bounds = [1, floor(prod (sides) / 10)];
     case 'd'
-      keys = [2, sum(size (I) .^ 2) + 1];  % squares of lengths; the box of a region can be the whole image
-      value = @(key) sqrt (key);
+      bounds = [sqrt(2), norm(sides) / 3];
+    case 'i'
+      % A straight line up to the square and the logarithm from there, with one slope where they meet.
+      square = 1 / 6;
+      position = @(x) min (x / square, 1) + log (max (x / square, 1));
+      threshold = @(p) square * min (p, 1) .* exp (max (p - 1, 0));
+      % n pixels reach over n rows or columns at most: their mean square distance, over n, is less than this.
+      bounds = [square, sum(sides .^ 2) / (2 * max (sides))];
     otherwise
-      keys = [0, double(typecast (single (Inf), 'uint32'))];  % the bits of a positive single grow with its value
-      value = @(key) double (typecast (uint32 (key), 'single'));
-  end
-  ends = removed (I, A, value (keys), C, []);
-  if ends(2) == 0
-    error ('attribute_profile_thresholds: the image is flat');
-  end
-  low = keys;   % the rise begins between these two
-  high = keys;  % and ends between these
-  probes = [keys(1) + 1, between(high, 3)];  % in most pictures some region has the least value possible
-  while ~isempty (probes)
-    Y = removed (I, A, value (probes), C, []);
-    low = narrowed (low, probes, Y > ends(1));
-    high = narrowed (high, probes, Y == ends(2));
-    if diff (low) > 1 && diff (high) > 1
-      probes = [between(low, 2), between(high, 2)];
-    else
-      probes = [between(low, 4), between(high, 4)];
-    end
-  end
-  least = value (low(1));
-  greatest = value (high(1));
-  if low(1) >= high(1)
-    error ('attribute_profile_thresholds: attribute ''%s'' takes one value only, %g', A, greatest);
+      position = @(x) x;
+      threshold = @(p) p;
+      bounds = [0, (double (max (I(:))) - double (min (I(:)))) / 2];  % half of the pixels at either end
   end
 end
 
-% At most COUNT whole numbers between the two of BRACKET, evenly.
-function numbers = between (bracket, count)
-  numbers = round (linspace (bracket(1), bracket(2), count + 2));
-  numbers = unique (numbers(numbers > bracket(1) & numbers < bracket(2)));
+function X = spread_over (ends, position, threshold, A)
+  p = position (ends);
+  X = threshold (linspace (p(1), p(2), 60));
+  X([1 end]) = ends;  % without rounding
+  if A(1) == 'a'
+    X = round (X);
+  end
+  X = unique (X);
 end
 
-% PASSED is false for the first of the increasing PROBES and true for the others: the change lies in BRACKET.
-function bracket = narrowed (bracket, probes, passed)
-  bracket = [max([bracket(1), probes(~passed)]), min([bracket(2), probes(passed)])];
+% The curve over all that can be of use shows between which two of its thresholds each end lies; the curve between those
+% shows where.
+function range = range_of (I, A, C, F, spread_over, bounds)
+  X = spread_over (bounds);
+  [Y, kept] = curve_at (I, A, X, C, F);
+  bracket = @(k) X([k, min(k + 1, end)]);
+  fine = [spread_over(bracket (last (Y == Y(1)))), spread_over(bracket (last (kept)))];
+  [Y_fine, kept_fine] = curve_at (I, A, fine, C, F);
+  range = [max([X(1), fine(Y_fine == Y(1))]), max([X(1), fine(kept_fine)])];
+  range = min (range, bounds(2));  % what rounding adds
+  if A(1) == 's'
+    range(1) = range(2) / 60;
+  end
 end
 
-% The curve at the thresholds X, in as many calls as memory asks for.
-function Y = removed (I, A, X, C, F)
+function k = last (flags)
+  k = max ([1, find(flags)]);
+end
+
+% The curve at the thresholds X, in as many calls as memory asks for, and for which of them one of the two planes keeps a
+% tenth of the standard deviation of I.
+function [Y, kept] = curve_at (I, A, X, C, F)
   bits = str2double (regexp (class (I), '\d+', 'match', 'once'));
   step = numel (X);
   if (2 * step + 1) * numel (I) * bits / 8 > 2^29
     step = 4;
   end
   Y = zeros (size (X));
+  kept = false (size (X));
   for first = 1:step:numel (X)
     part = first:min (first + step - 1, numel (X));
-    Y(part) = differences (profile_of (I, A, X(part), C, F));
+    [sums, squares] = sums_of (profile_of (I, A, X(part), C, F), min (I(:)));
+    n = numel (part);
+    Y(part) = (sums(n:-1:1) - sums(n+1)) + (sums(n+1) - sums(n+2:end));
+    variance = squares / numel (I) - (sums / numel (I)) .^ 2;
+    kept(part) = max (variance(n:-1:1), variance(n+2:end)) >= variance(n+1) / 100;
   end
 end
 
@@ -177,19 +206,17 @@ function AP = profile_of (I, A, L, C, F) %#ok<INUSD>
   evalc ('AP = attribute_profile (I, A, L, C, F);');  % without the line that tells the rule
 end
 
-% For each threshold of a profile the sum of its two planes' distances from the input. Summed in blocks of pixels: a
-% difference of whole planes would need as much memory as they.
-function Y = differences (AP)
-  n = (size (AP, 3) - 1) / 2;
-  planes = reshape (AP, [], 2 * n + 1);
-  Y = zeros (1, n);
-  block = 2^14;
+% For each plane the sum of its values above LOWEST, and that of their squares. In blocks of pixels: doubles of all planes
+% would need up to eight times as much memory as they.
+function [sums, squares] = sums_of (AP, lowest)
+  planes = reshape (AP, [], size (AP, 3));
+  sums = zeros (1, size (AP, 3));
+  squares = sums;
+  block = 2^12;
   for first = 1:block:size (planes, 1)
-    values = unsigned (planes(first:min (first + block - 1, end),:));
-    input = values(:,n+1);
-    dark = sum (values(:,n:-1:1) - input, 1, 'double');
-    bright = sum (input - values(:,n+2:end), 1, 'double');
-    Y = Y + (dark + bright);
+    values = double (unsigned (planes(first:min (first + block - 1, end),:)) - unsigned (lowest));
+    sums = sums + sum (values, 1);
+    squares = squares + sum (values .^ 2, 1);
   end
 end
 
@@ -237,28 +264,30 @@ end
 %!  image = cast (filter2 (ones (3), floor (20 * rand (rows + 2, columns + 2)), 'valid'), name);
 %!endfunction
 
-%!function removed = curve_of (I, A, X, varargin)
+%!function [removed, spread] = curve_of (I, A, X, varargin)
 %!  evalc ('AP = attribute_profile (I, A, X, varargin{:});');
 %!  removed = squeeze (sum (sum (abs (double (AP) - double (I)), 1), 2))';
 %!  removed = removed(numel (X):-1:1) + removed(numel (X)+2:end);
+%!  spread = std (double (reshape (AP, numel (I), [])), 0, 1);
+%!  spread = max (spread(numel (X):-1:1), spread(numel (X)+2:end)) / spread(numel (X)+1);
 %!endfunction
 
-%!function squared_error = error_of (x, Y, places)
+%!function squared_error = error_of (x, y, places)
 %!  knots = [1, places, numel(x)];
-%!  squared_error = sumsq (interp1 (x(knots), Y(knots), x) - Y) / Y(end)^2;
+%!  squared_error = sumsq (interp1 (x(knots), y(knots), x) - y) / y(end)^2;
 %!endfunction
 
-%!function check_against_all_choices (I, A, N)
-%!  [L, X, Y] = attribute_profile_thresholds (I, A, N);
+%!function check_against_all_choices (I, A, N, range)
+%!  [L, X, Y] = attribute_profile_thresholds (I, A, N, range);
 %!  x = X;
-%!  if any (strcmp (A, {'area', 'diagonal'}))
+%!  if ~strcmp (A, 'std')
 %!    x = log (X);
 %!  end
 %!  [found, places] = ismember (L, X(2:end-1));
 %!  assert (all (found) && all (diff (L) > 0));
 %!  choices = nchoosek (2:numel (X)-1, min (N, numel (X) - 2));
-%!  errors = arrayfun (@(k) error_of (x, Y, choices(k,:)), 1:rows (choices));
-%!  assert (error_of (x, Y, places + 1), min (errors), 1e-12);
+%!  errors = arrayfun (@(k) error_of (x, sqrt (Y), choices(k,:)), 1:rows (choices));
+%!  assert (error_of (x, sqrt (Y), places + 1), min (errors), 1e-12);
 %!  assert (numel (L) == columns (choices) || min (errors) < 1e-12);
 %!endfunction
 
@@ -269,41 +298,77 @@ end
 
 %!test <*the choice is the best of all choices>
 %! for N = [1:4, 1:4]
-%!   check_against_all_choices (random_image (3, 4, 'uint8'), 'area', N);
+%!   check_against_all_choices (random_image (3, 4, 'uint8'), 'area', N, [1 12]);
 %! endfor
-%! for A = {'diagonal', 'inertia', 'std'}
-%!   check_against_all_choices (random_image (9, 11, 'int16'), A{1}, 2);
+%! for A = {'diagonal', 'inertia', 'std'; [1.4 9], [0.2 0.5], [0 9]}
+%!   check_against_all_choices (random_image (9, 11, 'int16'), A{1}, 2, A{2});
 %! endfor
 
-%!test <*the curve is that of the profile, silent, and never falls; by the default rule it rises from end to end>
-%! for A = {'area', 'diagonal', 'inertia', 'std'; 1, 1e-6, 1e-6, 1e-6}
+%!test <*the curve is that of the profile, silent, never falls, and runs over the range>
+%! for column = {'area', 'diagonal', 'inertia', 'std'; 60, norm([20 30]) / 3, Inf, Inf}
+%!   [A, cap] = column{:};
 %!   I = random_image (20, 30, 'int16');
-%!   for rule = {[], 'min', 'max', 'direct', 'sub'}
-%!     printed = evalc ("[L, X, Y] = attribute_profile_thresholds (I, A{1}, 3, 8, rule{1});");
-%!     assert ({printed, size(L)}, {'', [1 3]});
-%!     assert (Y, curve_of (I, A{1}, X, 8, rule{1}));
-%!     assert (all (diff (Y) >= 0));
+%!   for rule = {'min', 'max', 'direct', 'sub', []}
+%!     printed = evalc ("[L, X, Y] = attribute_profile_thresholds (I, A, 3, 8, rule{1});");
+%!     [removed, spread] = curve_of (I, A, X, 8, rule{1});
+%!     assert ({printed, size(L), Y}, {'', [1 3], removed});
+%!     assert (all (diff (Y) >= 0) && spread(end) >= 0.1 && X(end) <= cap);
 %!   endfor
-%!   [~, X, Y] = attribute_profile_thresholds (I, A{1}, 3);
-%!   beyond = curve_of (I, A{1}, [0, X([1 end]) + A{2}, numel(I)]);
-%!   assert (beyond(1) == Y(1) && beyond(2) > Y(1) && beyond(3) > Y(end) && beyond(3) == beyond(4));
+%!   even = logspace (log10 (X(1)), log10 (X(end)), 60);
+%!   expected = {unique(round (even)), even, even, X(end) * (1:60) / 60};
+%!   assert (X, expected{A(1) == 'adis'}, -1e-9);
+%!   assert (A(1) != 'i' || (X(1) >= 1/6 && X(1) < 0.18));
+%!   [~, spread] = curve_of (I, A, X(end) * 1.05, 8);
+%!   assert (spread < 0.1 || X(end) > 0.95 * cap);
+%! endfor
+%! I = repelem (random_image (10, 12, 'uint8'), 3, 3);
+%! [~, X] = attribute_profile_thresholds (I, 'area', 1);
+%! [~, x] = attribute_profile_thresholds (I, 'diagonal', 1);
+%! assert ([X(1), x(1)], [9, sqrt(18)], 0.02);
+
+%!test <*squares of k sizes are told apart by 2k - 1 thresholds, two and three sizes by k + 1>
+%! for k = [2 3 4]
+%!   sizes = round ((2 + 2 * rand ()) * (1.8 + 0.6 * rand ()) .^ (0:k-1));
+%!   I = zeros (60 * k, 300, 'uint8');
+%!   for b = 1:k
+%!     step = sizes(b) + 2;
+%!     across = step * randi (floor (300 / step));
+%!     I((b-1)*60+(1:60),1:across) = 100 * ((mod (0:59, step) < sizes(b) & 0:59 < step * floor (60 / step))' ...
+%!                                          & mod (0:across-1, step) < sizes(b));
+%!   endfor
+%!   for A = {'area', 'diagonal'; sizes .^ 2, sizes * sqrt(2)}
+%!     for N = [2*k-1, repmat(k + 1, 1, k < 4)]
+%!       L = attribute_profile_thresholds (I, A{1}, N);
+%!       for b = 1:k-1
+%!         assert (any (L > A{2}(b) & L <= A{2}(b+1)));
+%!       endfor
+%!     endfor
+%!   endfor
 %! endfor
 
-%!test <*three sizes of squares are told apart>
-%! I = zeros (128, 128, 'uint8');
-%! I([3:5, 8:10, 13:15, 18:20],mod (0:127, 10) < 3) = 100;
-%! I(31:38,mod (0:127, 20) < 8) = 100;
-%! I(61:84,41:64) = 100;
-%! for A = {'area', 'diagonal'; [3 8 24] .^ 2, [3 8 24] * sqrt(2)}
-%!   for N = [3 5]  % 5 meet the curve exactly, 3 are enough where no size outweighs the others
-%!     L = attribute_profile_thresholds (I, A{1}, N);
-%!     assert (any (L > A{2}(1) & L <= A{2}(2)) && any (L > A{2}(2) & L <= A{2}(3)));
-%!   endfor
-%! endfor
-%! [~, X] = attribute_profile_thresholds (I, 'inertia', 3);
-%! assert (curve_of (I, 'inertia', X(1) + [0 1e-6]) > 0, logical ([0 1]));
+%!test <*compact and elongated shapes are told apart beside a very long one>
+%! I = zeros (400, 400, 'uint8');
+%! I(10,5:395) = 100;  % inertia 33
+%! I([20:31, 60:71, 90:101],[10:21, 50:61, 90:101]) = 100;  % 0.17
+%! I([150:154, 170:174],[10:34, 50:74, 90:114]) = 100;  % 0.43
+%! L = attribute_profile_thresholds (I, 'inertia', 3);
+%! assert (any (L > 0.17 & L < 0.43) && any (L > 0.43 & L < 33));
 
-%!test <*the complement has the same areas, a constant changes no area, twice the levels have twice the deviation>
+%!test <*a range is kept>
+%! I = random_image (20, 30, 'uint8');
+%! for A = {'area', 'diagonal', 'inertia', 'std'; [2 50], [1.5 20], [0 0.5], [1 20]}
+%!   [L, X, Y] = attribute_profile_thresholds (I, A{1}, 2, single (A{2}'));
+%!   assert (X([1 end]), A{2}, -1e-7);
+%!   assert ({Y, all(L > X(1) & L < X(end))}, {curve_of(I, A{1}, X), true});
+%! endfor
+%! for bad = {[0.5 9], [9 2], [3 3], [2 Inf], [2 9i], [NaN 4]}
+%!   fail ("attribute_profile_thresholds (I, 'area', 3, bad{1})", 'the range \[LOW HIGH\] has to be');
+%! endfor
+%! fail ("attribute_profile_thresholds (I, 'std', 3, [-1 4])", 'at least 0 for inertia');
+%! fail ("attribute_profile_thresholds (I, 'std', 3, 4, 'min', 7)", 'the last of 6 inputs');
+%! fail ("attribute_profile_thresholds (I, 'std', 3, [1e300 1.7e308])", 'from 1e\+300 to 1.7e\+308 there is nothing');
+
+%!test <*the complement and the transpose have the same areas, a constant changes none, twice the levels twice the deviation>
 %! names = {'uint8', 'int8', 'uint16', 'int16', 'uint32', 'int32', 'uint64', 'int64'};
 %! I = bitand (random_image (20, 30, 'uint8'), 63) + 64 * uint8 (rand (20, 30) > 0.5);
 %! I = I - min (I(:));
@@ -311,7 +376,7 @@ end
 %! for name = names
 %!   low = intmin (name{1}) + cast (I, name{1});
 %!   high = intmax (name{1}) - cast (I, name{1});
-%!   for image = {low, high}
+%!   for image = {low, high'}
 %!     clear found
 %!     [found{1:3}] = attribute_profile_thresholds (image{1}, 'area', 4);
 %!     assert (found, {L, X, Y});
@@ -326,10 +391,10 @@ end
 
 %!test <*the greatest contrast of a class counts in full>
 %! I = random_image (12, 12, 'uint8') > 90;
-%! [L, X, Y] = attribute_profile_thresholds (uint8 (I), 'area', 3);
+%! [L, X, Y] = attribute_profile_thresholds (uint8 (I), 'area', 3, [1 40]);
 %! for name = {'uint8', 'int8', 'int16', 'int32', 'uint64', 'int64'}
 %!   ends = [intmin(name{1}), intmax(name{1})];
-%!   [stretched{1:3}] = attribute_profile_thresholds (ends(I + 1), 'area', 3);
+%!   [stretched{1:3}] = attribute_profile_thresholds (ends(I + 1), 'area', 3, [1 40]);
 %!   assert (stretched{2}, X);
 %!   assert (stretched{3}, Y * (double (ends(2)) - double (ends(1))), -1e-12);
 %! endfor
@@ -346,17 +411,18 @@ end
 
 %!test <*fewer thresholds where there are fewer points, or where fewer do>
 %! I = uint8 ([1 0 1 1 0 1 1 1]);
-%! [L, X] = attribute_profile_thresholds (I, 'area', 9);
+%! [L, X] = attribute_profile_thresholds (I, 'area', 9, [1 3]);
 %! assert ({L, X}, {2, 1:3});
-%! assert (numel (attribute_profile_thresholds (uint8 ([1 0 5 5 5 5 0 1]), 'diagonal', 9)) < 9);
+%! assert (numel (attribute_profile_thresholds (uint8 ([1 0 5 5 5 5 0 1]), 'diagonal', 9, [1.4 8])) < 9);
 
 %!error <the image is flat> attribute_profile_thresholds (7 * ones (3, 'int8'), 'area', 3)
-%!error <'a' takes one value only, 1$> attribute_profile_thresholds (uint8 ([1 0]), 'a', 3)
-%!error <'std' takes one value only, 0$> attribute_profile_thresholds (uint8 ([1 0]), 'std', 3)
-%!error <'a' takes the values 1 and 2 only> attribute_profile_thresholds (uint8 ([1 0 0]), 'a', 3)
+%!error <from 1 to 1 there is nothing to choose for 'a'> attribute_profile_thresholds (uint8 (magic (4)), 'a', 3)
+%!error <from 2 to 3 there is nothing to choose for 'area'> attribute_profile_thresholds (uint8 (magic (9)), 'area', 3, [2 3])
+%!error <nothing to choose for 's'> attribute_profile_thresholds (uint8 ([1 0]), 's', 3)
+%!error <give an image, an attribute and> attribute_profile_thresholds (uint8 (magic (4)), 'area')
 %!test <*N is a whole number, and the inputs are those of a profile>
 %! I = uint8 (magic (4));
-%! for N = {0, 2.5, NaN, Inf, [1 2], 'x', {}}
+%! for N = {0, 2.5, NaN, Inf, [1 2], 'x', {}, 3+2i}
 %!   fail ("attribute_profile_thresholds (I, 'area', N{1})", 'N has to be');
 %! endfor
 %! fail ("attribute_profile_thresholds (double (I), 'area', 3)", 'Data type not supported');

@@ -10,7 +10,7 @@ function build_attribute_profile (folder)
 %   in GNU Octave, by `mkoctfile --mex`.  Needs a C++17 compiler that the host is
 %   set up for (`mex -setup C++` in MATLAB): on Linux GCC 8 or later, on Windows
 %   MinGW-w64, on macOS Xcode's Clang; and about a minute.  A failure of the
-%   compiler is an error.  A module that is loaded is unloaded first.
+%   compiler is an error, and so is a FOLDER that can't be written to.  A module that is loaded is unloaded first.
 %
 %   Example
 %
@@ -26,6 +26,9 @@ function build_attribute_profile (folder)
   if nargin < 1
     folder = here;
   end
+  names = with_char ({folder});
+  folder = names{1};
+  check_folder (folder);
   root = fullfile (here, 'src');
   if ~exist (root, 'dir')
     root = fileparts (here);  % a working copy of the project
@@ -55,14 +58,14 @@ function module = compile_for_octave (folder, root, inputs, flags)
   restore = onCleanup (@() setenv ('CXXFLAGS', before));
   setenv ('CXXFLAGS', [flags ' -fPIC']);
   module = fullfile (folder, 'attribute_profile.mex');
-  status = mkoctfile ('--mex', '-o', module, inputs{:}, fullfile (root, 'entry', 'octave', 'adapter.cpp'));
+  [~, status] = mkoctfile ('--mex', '-o', module, inputs{:}, fullfile (root, 'entry', 'octave', 'adapter.cpp'));
   if status ~= 0
     error ('build_attribute_profile: the compiler failed; its messages are above');
   end
 end
 
 function module = compile_for_matlab (folder, inputs, root, flags)
-  link = '';
+  link = {};
   if ispc
     compiler = mex.getCompilerConfigurations ('C++', 'Selected');
     if isempty (compiler) || isempty (regexpi (compiler(1).Name, 'mingw'))
@@ -72,14 +75,25 @@ function module = compile_for_matlab (folder, inputs, root, flags)
     % run-time.
     inputs{end+1} = fullfile (root, 'entry', 'windows', 'adapter.cpp');
     flags = [flags ' -include entry/windows/link_names.hpp'];
-    link = ' -static';
+    link = {'LDFLAGS=$LDFLAGS -static'};
   elseif ~ismac
-    % MATLAB brings a C++ run-time that may be older than the compiler's: the module carries its own.
-    link = ' -static-libstdc++';
+    % MATLAB brings a C++ run-time that may be older than the compiler's: the module carries its own. mex ends its line
+    % with -lstdc++, which -static-libstdc++ leaves as it is, and which adds nothing where all is found before.
+    link = {'LINKLIBS=-Wl,--as-needed -l:libstdc++.a $LINKLIBS'};
   end
-  mex ('-outdir', folder, '-output', 'attribute_profile', inputs{:}, ['CXXFLAGS=$CXXFLAGS ' flags], ...
-       ['LDFLAGS=$LDFLAGS' link]);
+  mex ('-outdir', folder, '-output', 'attribute_profile', inputs{:}, ['CXXFLAGS=$CXXFLAGS ' flags], link{:});
   module = fullfile (folder, ['attribute_profile.' mexext()]);
+end
+
+function check_folder (folder)
+  [~, name] = fileparts (tempname ());
+  probe = fullfile (folder, name);
+  file = fopen (probe, 'w');
+  if file < 0
+    error ('build_attribute_profile: there is no folder ''%s'', or you may not write into it', folder);
+  end
+  fclose (file);
+  delete (probe);
 end
 
 function files = sources_in (folder)

@@ -47,6 +47,9 @@ function DAP = differential_attribute_profile (AP)
 
 % SPDX-License-Identifier: MIT
 
+  if nargin < 1
+    error ('differential_attribute_profile: give a profile, as attribute_profile returns it');
+  end
   if ~isinteger (AP) || ndims (AP) > 3 || isempty (AP) || size (AP, 3) < 3 || mod (size (AP, 3), 2) == 0
     error ('differential_attribute_profile: AP has to be a rows x columns x (2N + 1) array of an integer class');
   end
@@ -98,6 +101,7 @@ end
 %! fail ('differences (top, half - 1)', 'does not fit');
 %! fail ('differences (uint64 (0), half + 1)', 'does not fit');
 
+%!error <give a profile> differential_attribute_profile ()
 %!test <*AP has an odd number of planes, three at least, of an integer class>
 %! for bad = {uint8(magic (3)), zeros(2, 2, 4, 'uint8'), zeros(2, 2, 3), zeros(0, 2, 3, 'uint8')}
 %!   fail ('differential_attribute_profile (bad{1})', 'AP has to be');

@@ -19,12 +19,12 @@ function [EAP, failures] = extended_attribute_profile (X, varargin)
 %      uint32, int32, uint64 or int64; not empty.  A matrix is one band.
 %   A, L, C, F  attribute, thresholds, connectivity and filtering rule, as in
 %      attribute_profile.  A rule that is given is printed once, by band 1.
-%   'progress'  as the last argument: a line is printed for each finished band,
-%      with the seconds that this band took, as in
+%   'progress'  after them: a line is printed for each finished band, with the
+%      seconds that this band took, as in
 %        band 3 of 12, 4.1 s
 %      Bands that run in parallel print theirs in the order they finish.
-%   'cluster', CONNECTIONS  as the last arguments, in Octave: the bands run on
-%      the servers of Octave's own cluster.  See below.
+%   'cluster', CONNECTIONS  after them, in Octave: the bands run on the servers of
+%      Octave's own cluster.  See below.  Without 'progress'.
 %
 %   Output
 %
@@ -60,7 +60,7 @@ function [EAP, failures] = extended_attribute_profile (X, varargin)
 %
 %   Errors
 %
-%   An X that is not as above is an error.  An error of attribute_profile keeps
+%   Inputs that are not as above are errors.  An error of attribute_profile keeps
 %   its message, after the number of its band in a cluster; all bands are
 %   finished before it is raised.  If all bands fail it is raised in any case.
 %
@@ -75,19 +75,21 @@ function [EAP, failures] = extended_attribute_profile (X, varargin)
 
 % SPDX-License-Identifier: MIT
 
+  if nargin < 1
+    error ('extended_attribute_profile: give an image, an attribute and thresholds');
+  end
   if ~isinteger (X) || ndims (X) > 3 || isempty (X)
     error ('extended_attribute_profile: X has to be a rows x columns x bands array of an integer class, not empty');
   end
-  clustered = nargin > 2 && isequal (varargin{end-1}, 'cluster');
-  progress = nargin > 1 && isequal (varargin{end}, 'progress');
-  settings = varargin(1:end-progress-2*clustered);
+  [settings, progress, connections] = options_of (varargin);
   bands = size (X, 3);
+  clustered = ~isempty (connections);
   if clustered
-    [profiles, failures] = profiles_of_cluster (varargin{end}, X, settings);
-  elseif exist ('parcellfun', 'file')
+    [profiles, failures] = profiles_of_cluster (connections, X, settings);
+  elseif bands > 1 && exist ('parcellfun', 'file')
     numbers = reshape (num2cell (1:bands), 1, 1, bands);
     work = @attempt;  % the processes find a function of this file by its handle, not by its name
-    [profiles, failures] = parcellfun (nproc (), @(band, k) work (band, k, bands, settings, progress), ...
+    [profiles, failures] = parcellfun (min (nproc (), bands), @(band, k) work (band, k, bands, settings, progress), ...
                                        num2cell (X, [1 2]), numbers, 'UniformOutput', false);
   else
     profiles = cell (1, bands);
@@ -113,6 +115,28 @@ function [EAP, failures] = extended_attribute_profile (X, varargin)
   end
   failures = messages;
   EAP = cat (3, profiles{:});
+end
+
+% The inputs for attribute_profile, and the options that stand after them in any order.
+function [settings, progress, connections] = options_of (inputs)
+  inputs = with_char (inputs);
+  option = @(name) find (cellfun (@(input) ischar (input) && strcmp (input, name), inputs), 1);
+  progress = ~isempty (option ('progress'));
+  inputs(option ('progress')) = [];
+  connections = [];
+  k = option ('cluster');
+  if ~isempty (k)
+    if progress
+      error ('extended_attribute_profile: a cluster tells no progress: leave ''progress'' or ''cluster'' out');
+    elseif ~exist ('netcellfun', 'file')
+      error ('extended_attribute_profile: ''cluster'' needs Octave''s package parallel: pkg load parallel');
+    elseif k ~= numel (inputs) - 1 || ~isa (inputs{end}, 'pconnections')
+      error ('extended_attribute_profile: after ''cluster'' give the connections that pconnect returned');
+    end
+    connections = inputs{end};
+    inputs(k:end) = [];
+  end
+  settings = inputs;
 end
 
 % What runs on a server is sent to it as text, with its arguments: no function of this file, but one of the server's path.
@@ -183,6 +207,11 @@ end
 %!     profiles_are_stacked (X);
 %!     profiles_are_stacked (X(:,:,2));
 %!     messages_are_those_of_one_band (X);
+%!     one = evalc ("extended_attribute_profile (X(:,:,1), 'area', 3, 4, 'max');");  % no process of its own for one band
+%!     assert (one, "Filtering Rule: max\n");
+%!     for bad = {{'cluster', 5}, {'cluster'}, {'cluster', 5, 8}}
+%!       fail ("extended_attribute_profile (X, 'area', 3, bad{1}{:})", 'give the connections that pconnect');
+%!     endfor
 %!   unwind_protect_cleanup
 %!     if ~was_loaded
 %!       pkg unload parallel
@@ -190,11 +219,15 @@ end
 %!   end_unwind_protect
 %! endif
 
+%!testif ; ~exist ('netcellfun', 'file') <*a cluster needs a package>
+%! fail ("extended_attribute_profile (X, 'area', 3, 'cluster', 5)", 'pkg load parallel');
+
 %!testif ; ~exist ('parcellfun', 'file') <*the rule is printed once, and a line for each band>
 %! printed = evalc ("extended_attribute_profile (X, 'area', 3, 4, 'max', 'progress');");
 %! assert (regexprep (printed, '\d+\.\d s', 't'), ...
 %!         "Filtering Rule: max\nband 1 of 3, t\nband 2 of 3, t\nband 3 of 3, t\n");
 
+%!error <give an image, an attribute> extended_attribute_profile ()
 %!test <*X is an array of up to three dimensions, of an integer class, not empty>
 %! for bad = {double(X), X > 3, X(:,:,[]), cat(4, X, X)}
 %!   fail ("extended_attribute_profile (bad{1}, 'area', 3)", 'X has to be');

@@ -2,9 +2,8 @@
 
 // fill_names TEMPLATE OUTPUT
 //
-// Makes of the file TEMPLATE the file OUTPUT, with @attributes@ and @rules@ replaced by the names, in MATLAB's notation
-// for the elements of a cell array. They come from the lists that the module itself reads, so that a new name needs no
-// second place.
+// Writes OUTPUT: TEMPLATE with @attributes@ and @rules@ replaced by the names, as elements of a MATLAB cell array. They
+// come from the lists that the module reads: a new name needs no second place.
 
 #include <qel/core/image2d.hpp>
 #include <qel/morpho/named_attributes.hpp>

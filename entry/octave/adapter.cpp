@@ -2,12 +2,12 @@
 
 // The host operations that GNU Octave lacks or does otherwise, for the module attribute_profile.mex only.
 //
-// The linker binds the entry layer's calls to these definitions and keeps them out of the module's exports, so
-// neither Octave nor another module ever sees them. Octave's own header is included in place of entry/host.hpp (the
-// two declare the same names): the compiler then checks what is called here against the real host.
+// The linker binds the entry layer's calls to these definitions and keeps them out of the module's exports: neither
+// Octave nor another module sees them. Octave's own header stands in for entry/host.hpp (the two declare the same
+// names), so that the compiler checks the calls here against the real host.
 //
-// Errors: Octave's mxMalloc and mxCreateNumericArray never return null during a call. They throw, as mexErrMsgTxt
-// does, and the exception passes through these frames and the entry layer's, destroying what they own.
+// Errors: during a call Octave's mxMalloc and mxCreateNumericArray never return null. They throw, as mexErrMsgTxt does,
+// and the exception destroys what these frames and the entry layer's own.
 
 #include <mex.h>
 
@@ -37,8 +37,8 @@ std::int32_t mxGetNumberOfDimensions_700(const mxArray* array) {
   return static_cast<std::int32_t>(mxGetNumberOfDimensions(array));
 }
 
-/// Octave's own operation of this name takes memory that nothing reclaims, some 80 bytes a call. What mxMalloc gives
-/// is released by Octave when the call ends, however it ends. Null for an array without text.
+/// Octave's own operation of this name leaks some 80 bytes a call. Octave releases what mxMalloc gives when the call
+/// ends, however it ends. Null for an array without text.
 char* mxArrayToString(const mxArray* array) {
   if (!mxIsChar(array)) return nullptr;
   const std::size_t size = mxGetNumberOfElements(array) + 1;

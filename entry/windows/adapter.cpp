@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-// Lets a failing call give back what it owns where the host can't unwind the module's frames, for the module
-// attribute_profile.mexw64 only.
+// For the module attribute_profile.mexw64 only: a call that fails gives back what it owns, although the host can't
+// unwind the module's frames.
 //
-// MATLAB for Windows is made by another compiler, which doesn't know MinGW's frames: its mexErrMsgTxt would leave the call
-// without a destructor run, and a C++ exception that reached it would end the session. So the entry layer's
-// mexErrMsgTxt is the one here, which unwinds to the exported function; that one owns nothing and reports to the host.
+// Another compiler makes MATLAB for Windows and doesn't know MinGW's frames: its mexErrMsgTxt would leave the call
+// without running a destructor, and a C++ exception that reached it would end the session. So the entry layer calls the
+// mexErrMsgTxt here, which unwinds to the exported function; that one owns nothing and reports to the host.
 //
-// What the host itself ends inside one of its operations, for lack of memory for the result, is beyond this.
+// A call that the host ends inside one of its own operations, for lack of memory for the result, is not covered.
 
 #include "entry/windows/link_names.hpp"
 
@@ -19,12 +19,12 @@
 
 namespace {
 
-/// The error of a call on its way out. The texts of the entry layer are literals, which outlive the call.
+/// The error of a call on its way out. The texts are literals, which outlive the call.
 struct call_error {
   const char* text;
 };
 
-/// Makes the call; what went wrong with it, or null.
+/// Makes the call; returns what went wrong with it, or null.
 const char* failure_of_call(std::int32_t nlhs, mxArray* plhs[], std::int32_t nrhs, const mxArray* prhs[]) {
   try {
     mexFunction(nlhs, plhs, nrhs, prhs);

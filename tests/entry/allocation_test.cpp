@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// What happens when memory runs out: each allocation of a call fails once. A program of its own, because it replaces
-// the language's allocation for all that it links. Leaks are found where the leak sanitizer runs.
+// Each allocation of a call fails once. A program of its own, because it replaces the language's allocation for all
+// that it links. The leak sanitizer, where it runs, finds leaks.
 
 #include "tests/entry/test_host.hpp"
 #include "tests/support/random_image.hpp"
@@ -50,7 +50,7 @@ struct exhausted_memory : ::testing::Test {
 
 TYPED_TEST_SUITE(exhausted_memory, support::value_types, support::value_type_names);
 
-/// The planes of a call of which all allocations but the first `successes` fail; empty if the call did.
+/// The planes of a call of which all allocations but the first `successes` fail; empty if the call failed.
 template <typename T>
 std::vector<T> planes(const test_host::request& r, std::size_t successes) {
   test_host::reset();
@@ -71,7 +71,7 @@ TYPED_TEST(exhausted_memory, is_reported_wherever_it_happens_and_the_next_call_i
     for (const char* const rule : {"min", "max", "direct", "sub"}) {
       const test_host::request r{attribute, {2, 5}, 8, rule};
       SCOPED_TRACE(::testing::Message() << r);
-      // The first failures of the process come before anything has been built for its whole life.
+      // The first failures come before anything that lives as long as the process has been built.
       std::size_t failures = 0;
       std::vector<TypeParam> result;
       while ((result = planes<TypeParam>(r, failures)).empty()) ++failures;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What a call accepts and what it assumes for inputs that are not given; the usage text; the console.
+// What a call accepts, its defaults for inputs that are not given, the usage text, the console.
 
 #include "entry/attribute_profile.hpp"
 #include "entry/typed_call.hpp"
@@ -21,7 +21,7 @@ using test_host::text;
 mxArray* scalar(double value) { return test_host::matrix<double>(1, 1, {value}); }
 mxArray* empty() { return array(mxDOUBLE_CLASS, {0, 0}); }
 
-/// The inputs of a call for a picture on which the two connectivities differ, and the rules for moment and deviation.
+/// The inputs of a call for a picture on which the connectivities differ, and the rules for moment and deviation.
 std::vector<const mxArray*> inputs(const char* attribute, const std::vector<const mxArray*>& optional_inputs = {}) {
   support::random_engine engine(5);
   support::matrix<short> image{9, 9, std::vector<short>(81)};
@@ -60,7 +60,7 @@ TEST_F(accepted_call, connectivity_is_truncated) {
 TEST_F(accepted_call, each_attribute_has_two_names_and_its_default_rule) {
   for (const auto& [short_name, name] : {std::pair{"a", "area"}, {"d", "diagonal"}, {"i", "inertia"}, {"s", "std"}})
     EXPECT_EQ(profile(short_name), profile(name)) << name;
-  // On area and diagonal the four rules agree, so that no call can tell their default.
+  // On area and diagonal the four rules agree: no call can tell their default.
   for (const char* const name : {"i", "s"}) {
     const auto with_default = profile(name);
     EXPECT_EQ(with_default, profile(name, {empty(), text("sub")})) << name;
@@ -111,7 +111,7 @@ TEST_F(accepted_call, without_inputs_prints_the_usage_and_touches_no_output) {
   }
 }
 
-// A host that tells trailing dimensions as columns makes a list of a 1 x 2 x 2 array.
+// A host that counts trailing dimensions as columns makes a list of a 1 x 2 x 2 array.
 TEST_F(accepted_call, thresholds_in_trailing_dimensions_are_a_list) {
   const mxArray* const planes =
       test_host::call({test_host::matrix<short>(1, 1, {200}), text("s"), array(mxDOUBLE_CLASS, {1, 2, 2})});

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Thresholds as `float`; other conversions are judged by the results of calls.
+// Thresholds as `float`; calls test the other conversions.
 
 #include "entry/conversion.hpp"
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr double inf = std::numeric_limits<double>::infinity();
 
-/// The C library's correctly rounded reading of the number's exact text.
+/// The C library's correctly rounded reading of the exact text of the number.
 float nearest_float(double number) {
   char digits[64];
   static_cast<void>(std::snprintf(digits, sizeof digits, "%a", number));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-// The same bits everywhere: calls of all classes, attributes, connectivities and rules, on a picture and on noise, against
-// one table for all compilers and processors. It was made on Linux on x86-64. Where results change on purpose, the
-// environment variable WRITE_DIGESTS names a file that gets the lines of a new one.
+// The same bits everywhere: calls of all classes, attributes, connectivities and rules, on a picture and on noise,
+// against one table for all compilers and processors, made on Linux on x86-64. Where results change on purpose, the
+// environment variable WRITE_DIGESTS names a file that gets the lines of a new table.
 
 #include "tests/entry/test_host.hpp"
 #include "tests/support/random_image.hpp"
@@ -46,7 +46,7 @@ std::string digest(const std::vector<T>& values) {
   return text.str();
 }
 
-/// The step between two grey levels of the picture: squares of the values stay in their type, but for 32 bits.
+/// The step between two grey levels of the picture: squares of the values do not overflow, but for 32 bits.
 template <typename T>
 constexpr std::int64_t step = sizeof(T) == 1   ? 1
                               : sizeof(T) == 2 ? 97

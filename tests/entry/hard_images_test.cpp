@@ -33,7 +33,7 @@ std::map<std::string, support::matrix<T>> hard_images(std::size_t n) {
   for (std::size_t i = 0; i < n * n; ++i) {
     const std::size_t r = i / n;
     const std::size_t c = i % n;
-    // Rings of which each is cut and joined to the next but one.
+    // Rings, each cut and joined to the next but one.
     images["spiral"].values[i] = (std::min({r, c, n - 1 - r, n - 1 - c}) % 2 == 0) != (r == c + 1 && 2 * r < n);
     const bool path = r % 2 == 0 || c == (r % 4 == 1 ? n - 1 : 0);
     images["serpentine"].values[i] = path;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// The whole function, called as a host calls it, against a slow profile by definition on small images, and
-// against laws of the profile on images that are too large for it.
+// The whole function, called as a host calls it, against a slow profile by definition on small images, and against laws
+// on images too large for it.
 
 #include <gtest/gtest.h>
 
@@ -93,8 +93,8 @@ void expect_oracle_planes(const matrix<T>& image, std::size_t most_thresholds, s
   }
 }
 
-// A tree of 16-bit values has a queue for each of 65536 values: ten times the time of another on a small image. An emulated
-// processor is as slow. Neither gets every seed; a step of 5 still comes to every kind of image and shape.
+// A tree of 16-bit values has a queue for each of 65536 values: ten times the time of another on a small image. An
+// emulated processor is as slow. Neither gets every seed; a step of 5 still comes to every kind of image and shape.
 template <typename T>
 constexpr std::uint64_t every_16_bit = sizeof(T) == 2 ? 5 : 1;
 #if defined(FEWER_CASES)
@@ -122,8 +122,8 @@ TYPED_TEST(profile_oracle, small_images_agree_in_every_plane) {
 }
 
 // Large enough for the sums of squared coordinates, and of squared 8-bit values, to leave the 24 bits of a `float`:
-// from there on the order of the sums shows. The greatest coordinates belong to high values, then to low ones, so that
-// they weigh in the components of either tree.
+// then the order of the sums shows. The greatest coordinates belong to high values, then to low ones, so that they
+// weigh in the components of either tree.
 TYPED_TEST(profile_oracle, larger_images_whose_sums_round_agree_in_every_plane) {
   const std::vector<std::pair<std::size_t, std::size_t>> shapes = {{1, 500}, {500, 1}, {2, 300}, {24, 28}};
   for (std::uint64_t seed = 1000; seed < 1008 && !this->HasFatalFailure(); seed += every) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Every error text, and which one a call with several faults gets: that of the first check in order.
+// Every error text, and which one a call with several faults gets: that of the first check.
 
 #include "tests/entry/test_host.hpp"
 
@@ -30,8 +30,8 @@ mxArray* sparse(mxClassID id, std::size_t rows, std::size_t cols, std::size_t no
 
 enum input : std::size_t { image, attribute, thresholds, connectivity, rule };
 
-/// A check of the entry layer: the input that it is about, whether the output array has been made before, what the user
-/// reads, and arrays that it turns away, which live until reset().
+/// A check of the entry layer: its input, whether the output array exists by then, what the user reads, and arrays that
+/// it rejects, which live until reset().
 struct check {
   input about;
   bool output_exists;
@@ -94,7 +94,7 @@ std::vector<const mxArray*> good_inputs() {
   return {matrix<unsigned char>(2, 2, {1, 2, 3, 4}), text("s"), matrix<double>(1, 2, {1, 2}), scalar(4), text("max")};
 }
 
-/// The call ends with `message`; the output slot is as it was then.
+/// The call ends with `message`; `output_exists` tells whether the output slot has been set by then.
 void expect_rejected(const std::vector<const mxArray*>& inputs, const std::string& message, bool output_exists) {
   mxArray* output = nullptr;
   try {

@@ -2,10 +2,9 @@
 #ifndef TESTS_ENTRY_TEST_HOST_HPP
 #define TESTS_ENTRY_TEST_HOST_HPP
 
-// A host in the test program: the operations of entry/host.hpp over arrays in memory, so that whole calls run
-// without MATLAB or Octave. Errors are exceptions. Data blocks have exactly the size of their elements, for
-// the address sanitizer to see every access beyond them, and output arrays are filled with a pattern, not
-// with zeros, so that an element that was never written shows.
+// A host in the test program: the operations of entry/host.hpp over arrays in memory, for whole calls without MATLAB or
+// Octave. Errors are exceptions. Data blocks have exactly the size of their elements, so that the address sanitizer
+// sees every access beyond them. A pattern fills output arrays, so that an element that is never written shows.
 
 #include "entry/host.hpp"
 
@@ -45,8 +44,8 @@ void set_sparse(mxArray* a, std::size_t nonzeros);
 /// From now on mxArrayToString has no memory and returns null.
 void exhaust_text_memory();
 
-/// Calls mexFunction for one output and returns that output, or null if there is none. The output goes to
-/// `*plhs`, whose value survives an error; by default it goes to a slot of the call.
+/// Calls mexFunction for one output and returns that output, or null if there is none. The output goes to `*plhs`,
+/// whose value survives an error, or without `plhs` to a slot of the call.
 const mxArray* call(const std::vector<const mxArray*>& args, mxArray** plhs = nullptr);
 
 std::vector<std::size_t> dimensions(const mxArray* a);
@@ -74,7 +73,6 @@ const void* data(const mxArray* a, std::size_t element_size, std::size_t& count)
 
 }  // namespace internal
 
-/// A rows x cols array of the class of T.
 template <typename T>
 mxArray* matrix(std::size_t rows, std::size_t cols, const std::vector<T>& column_major) {
   mxArray* const a = array(internal::class_of_type<T>(), {rows, cols});
@@ -106,7 +104,6 @@ inline std::ostream& operator<<(std::ostream& out, const request& r) {
   return out << " ]";
 }
 
-/// The inputs of the call.
 template <typename T>
 std::vector<const mxArray*> inputs(const support::matrix<T>& image, const request& r) {
   std::vector<const mxArray*> result = {matrix<T>(image.rows, image.cols, column_major(image)), text(r.attribute),
@@ -119,7 +116,7 @@ std::vector<const mxArray*> inputs(const support::matrix<T>& image, const reques
   return result;
 }
 
-/// The planes that the call returns, one after the other. What was there before goes by reset().
+/// The planes that the call returns, one after the other. Calls reset() first.
 template <typename T>
 std::vector<T> planes(const support::matrix<T>& image, const request& r) {
   reset();

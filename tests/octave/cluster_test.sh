@@ -55,4 +55,11 @@ done
     message = problem.message;
   end
   assert (message, 'band 2: out of memory');
+  for call = {\"'cluster', connections, 'progress'\", \"'progress', 'cluster', connections\"}
+    message = '';
+    eval (['extended_attribute_profile (X, ''area'', 3, ' call{1} ')'], 'message = lasterr ();');
+    assert (! isempty (strfind (message, 'a cluster tells no progress')));
+    assert (size (extended_attribute_profile (X, 'area', 3)), [9 9 9]);
+    assert (size (extended_attribute_profile (X, 'area', 3, 'cluster', connections)), [9 9 9]);
+  end
   sclose (connections);"

@@ -1,7 +1,7 @@
 % SPDX-License-Identifier: MIT
 % The demo on a small picture: its montages, and that it stops at planes that are not where they belong.
 %
-% captions.png was made by the call in its test and read by eye.
+% captions.png was made by the calls in its test and read by eye.
 
 %!shared folder, picture
 %! folder = tempname ();
@@ -9,27 +9,34 @@
 %! picture = fullfile (folder, 'picture.png');
 %! imwrite (uint8 (20 + 30 * mod (magic (32), 7)), picture);
 
-%!test <*the montages show the two profiles at a quarter of their size>
-%! evalc ('attribute_profile_demo (picture, folder)');
-%! for profile = {'area', 'std'; [100 1000 10000], [5 10 20]}
-%!   AP = attribute_profile (imread (picture), profile{:});
-%!   montage = attribute_profile_montage (AP, profile{2}, 1/4);
-%!   assert (imread (fullfile (folder, [profile{1} '.png'])), montage);
-%! endfor
-
 %!test <*captions are legible, each with the digits of its threshold>
 %! montage = attribute_profile_montage (zeros (1, 1, 7, 'uint8'), [1234567890, -3.5e+20, NaN]);
-%! assert (montage, imread (file_in_loadpath ('captions.png')));
+%! X = [1 20 300; 2 4 6];
+%! curves = [attribute_profile_curve_picture(X(1,:), [0 1 4], 20, 'a'); ...
+%!           attribute_profile_curve_picture(X(2,:), [0 9 9], 4.1254, 'inertia'); ...
+%!           attribute_profile_curve_picture(X(2,:), [0 1 1], [], "std"); ...
+%!           attribute_profile_curve_picture(X(2,:), [0 8 8], [2 6], 'diagonal')];
+%! curves(end+1:end+rows (montage),1:columns (montage)) = montage;
+%! assert (curves, imread (file_in_loadpath ('captions.png')));
 
-%!test <*a colour picture is shown as its grey levels are>
+%!test <*montages of the grey levels of pictures of 8 and 16 bits, of colours, with a colour map and of two values>
 %! square = magic (32);
+%! grey = uint8 (20 + 30 * mod (square, 7));
 %! colour = uint8 (mod (cat (3, 3 * square, 7 * square', 11 * square), 251));
-%! for k = 1:2
-%!   imwrite ({colour, rgb2gray(colour)}{k}, picture);
+%! map = [0 0.2 0.5 0.4 1 0.3 0.7; 0.1 0 1 0.6 0.3 0 0.9; 1 0.4 0.8 0 0 0.6 0.2]';
+%! levels = uint8 (255 * map * [0.299; 0.587; 0.114]);
+%! pairs = {{grey}, grey; {colour}, rgb2gray(colour); {257 * uint16(colour)}, 257 * uint16(rgb2gray (colour)); ...
+%!          {uint8(mod (square, 7)), map}, levels(mod (square, 7) + 1); {square > 500}, 255 * uint8(square > 500)};
+%! for pair = pairs'
+%!   imwrite (pair{1}{:}, picture);
 %!   evalc ('attribute_profile_demo (picture, folder)');
-%!   montages{k} = double (imread (fullfile (folder, 'area.png')));
+%!   for profile = {'area', 'std'; [100 1000 10000], [5 10 20]}
+%!     montage = attribute_profile_montage (attribute_profile (pair{2}, profile{:}), profile{2}, 1/4);
+%!     assert (double (imread (fullfile (folder, [profile{1} '.png']))), double (montage), 3);
+%!   endfor
 %! endfor
-%! assert (montages{1}, montages{2}, 1);
+%! fail ("attribute_profile_demo (picture)", 'give a picture file and a folder');
+%! fail ("attribute_profile_demo (picture, folder, 0)", 'STEP has to be');
 
 %!test <*misplaced planes are errors>
 %! faults = {'n + 1', '1', 'middle plane';  % plane, what is added to it, part of the message

@@ -11,8 +11,8 @@
 
 namespace support {
 
-/// An image with nothing but what the concept class asks for, and a border of 0: no block, no sharing. An algorithm
-/// that takes it needs no more.
+/// An image with nothing but what the concept asks for, and a border of 0: no block, no sharing. An algorithm that
+/// takes it needs no more.
 template <typename T>
 class minimal_image : public qel::Image<minimal_image<T>> {
  public:

@@ -2,8 +2,8 @@
 #ifndef TESTS_SUPPORT_RANDOM_IMAGE_HPP
 #define TESTS_SUPPORT_RANDOM_IMAGE_HPP
 
-// The value types of images, and small random images for tests, the same on every machine for one seed: they come from the engine's own
-// output, which is fixed by the standard, and from no distribution class, whose output is not.
+// The value types of images, and small random images for tests. A seed gives the same ones on every machine: they come
+// from the engine's own output, which the standard fixes, not from a distribution class.
 
 #include <algorithm>
 #include <array>
@@ -19,7 +19,7 @@ namespace support {
 
 using random_engine = std::mt19937_64;
 
-/// A list of the eight value types of an image, and of `More` that other images of the library have.
+/// A list of the eight value types of an image, and of `More`.
 template <template <typename...> class List, typename... More>
 using value_types_in =
     List<signed char, unsigned char, short, unsigned short, int, unsigned, std::int64_t, std::uint64_t, More...>;
@@ -40,7 +40,7 @@ bool operator==(const matrix<T>& a, const matrix<T>& b) {
   return a.rows == b.rows && a.cols == b.cols && a.values == b.values;
 }
 
-/// Prints the image as MATLAB would read it, so that a failing case can be typed into a host.
+/// Prints the image in MATLAB's notation: you can type a failing case into a host.
 template <typename T>
 std::ostream& operator<<(std::ostream& out, const matrix<T>& m) {
   out << m.rows << " x " << m.cols << " [";
@@ -99,8 +99,7 @@ std::vector<T> palette(random_engine& engine) {
   return result;
 }
 
-/// `n` different values spread over half the range of T around zero, in random order. They repeat when T has
-/// fewer.
+/// `n` different values spread over half the range of T around zero, in random order. They repeat if T has fewer.
 template <typename T>
 std::vector<T> distinct_values(std::size_t n, random_engine& engine) {
   const std::uint64_t step = std::max<std::uint64_t>(1, (std::uint64_t{1} << (sizeof(T) * 8 - 1)) / n);

@@ -2,12 +2,11 @@
 #ifndef TESTS_SUPPORT_SLOW_PROFILE_HPP
 #define TESTS_SUPPORT_SLOW_PROFILE_HPP
 
-// The attribute profile by its definition, as an oracle for the real one: threshold sets, their connected
-// components found by flooding, rules that look at whole branches. Quadratic and worse; it shares no code
-// with the library.
+// The attribute profile by its definition, as an oracle: threshold sets, their connected components found by flooding,
+// rules that look at whole branches. Quadratic and worse; it shares no code with the library.
 //
-// What is bit for bit the same as in the real one, because it decides results: the numeric types of the
-// attributes and the order in which `float` sums are merged. Compile with -ffp-contract=off.
+// Two things are the same bit for bit, because they decide results: the numeric types of the attributes and the order
+// in which `float` sums are merged. Compile with -ffp-contract=off.
 
 #include <algorithm>
 #include <array>
@@ -30,7 +29,7 @@ using sites = std::vector<site>;
 
 // ---- Attributes
 
-/// What the four attributes want to know of a set of sites. Coordinates are (row, column).
+/// What the four attributes need of a set of sites. Coordinates are (row, column).
 struct tally {
   std::uint32_t count;
   std::array<double, 2> first, last;  // bounding box, both ends inclusive
@@ -89,8 +88,7 @@ inline float deviation(const tally& t) {
   return std::sqrt(t.value_squares / n - mean * mean);
 }
 
-/// The attribute whose name begins with `attribute`. Every result type fits into a `double` without loss, NaN
-/// included.
+/// The attribute whose name begins with `attribute`. A `double` holds every result type without loss, NaN included.
 inline double measure(char attribute, const tally& t) {
   switch (attribute) {
     case 'a':
@@ -104,8 +102,8 @@ inline double measure(char attribute, const tally& t) {
   }
 }
 
-/// The threshold that attribute values are compared with: for areas the integer part modulo 2^32, and 0 for
-/// what no 64-bit integer can hold; for inertia and deviation the nearest `float`.
+/// The threshold that attribute values are compared with: for areas the integer part modulo 2^32, and 0 for what no
+/// 64-bit integer can hold; for inertia and deviation the nearest `float`.
 inline double converted(char attribute, double threshold) {
   if (attribute == 'd') return threshold;
   if (attribute != 'a') return static_cast<double>(static_cast<float>(threshold));
@@ -134,8 +132,8 @@ sites neighbours(const matrix<T>& image, site p, int connectivity) {
   return result;
 }
 
-/// All sites, the root's value first. Ties stand in raster order, except that the falling order of a type
-/// wider than 8 bits mirrors the rising one.
+/// All sites, those of the root's value first. Ties are in raster order; but the falling order of a type wider than 8
+/// bits mirrors the rising one.
 template <typename T>
 sites sweep_order(const matrix<T>& image, bool max_tree) {
   sites order(image.values.size());
@@ -187,8 +185,8 @@ class tree {
 
   static std::uint64_t bits(T value) { return static_cast<std::uint64_t>(+value); }
 
-  /// Levels come from the root outwards: what holds `first` up to now is the parent, and each site of the component
-  /// keeps the new node until a smaller component takes it.
+  /// Levels come from the root outwards: what holds `first` so far is the parent, and each site of the component keeps
+  /// the new node until a smaller component takes it.
   void add_node(site first, bool max_tree, int connectivity) {
     const std::size_t n = nodes_.size();
     const T level = image_.values[first];
@@ -203,8 +201,8 @@ class tree {
       }
   }
 
-  /// Every site takes itself; then, the last of the order first, each hands over to the canonical site of its
-  /// node, and a canonical site to that of the parent node. `float` sums round as this order says.
+  /// Every site takes itself. Then, the last of the order first, each hands over to the canonical site of its node, and
+  /// a canonical site to that of the parent node. `float` sums round in this order.
   void sum_up(const sites& order) {
     std::vector<tally> tallies;
     for (site p = 0; p < order.size(); ++p) tallies.push_back(tally_of(image_, p));
@@ -230,8 +228,8 @@ class slow_profile {
   slow_profile(const matrix<T>& image, int connectivity)
       : image_(image), min_tree_(image, false, connectivity), max_tree_(image, true, connectivity) {}
 
-  /// All 2N+1 planes one after the other, each column by column: the min-tree with the thresholds in reverse
-  /// order, the image, the max-tree with the thresholds in order. An empty rule is the attribute's default.
+  /// All 2N+1 planes one after the other, each column by column: the min-tree with the thresholds in reverse order, the
+  /// image, the max-tree with the thresholds in order. An empty rule is the attribute's default.
   std::vector<T> planes(const std::string& attribute, const std::vector<double>& thresholds, std::string rule) const {
     const char a = attribute[0];
     if (rule.empty()) rule = a == 'a' || a == 'd' ? "min" : "sub";

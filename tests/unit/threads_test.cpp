@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Threads that share the library, each with its own images: compiled with the thread sanitizer, which ends the program
-// at a race. The first calls of `c4()` and `c8()` are made by the threads.
+// Threads that share the library, each with its own images. The thread sanitizer ends the program at a race. The
+// threads make the first calls of `c4()` and `c8()`.
 
 #include <qel/qel.hpp>
 
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The profiles of an image of its own by every attribute and rule, one plane after the other.
+/// The profiles of a new image by every attribute and rule, one plane after the other.
 template <typename T>
 std::vector<T> profiles() {
   support::random_engine engine(1);

@@ -10,7 +10,7 @@
 
 namespace unit {
 
-/// Turns tracing on and keeps what it prints; the tracing is off and as new afterwards.
+/// Turns tracing on and keeps what it prints; turns it off and clears it at the end.
 class trace_capture {
  public:
   trace_capture() { qel::trace::quiet = false; }
@@ -27,7 +27,7 @@ class trace_capture {
     qel::trace::scopes = {};
   }
 
-  /// What went to `std::cout`, to the letter.
+  /// What went to `std::cout`, exactly.
   std::string output() const { return out_.str(); }
 
   /// The same without the seconds, as in "- 0.25s ".

@@ -2,7 +2,7 @@
 #ifndef TESTS_UNIT_UNIT_HPP
 #define TESTS_UNIT_UNIT_HPP
 
-// What every unit test starts from: GoogleTest, the chief classes, images, walks and trees.
+// What every unit test starts from: GoogleTest, images, walks and trees.
 
 #include <gtest/gtest.h>
 
@@ -55,7 +55,7 @@ sites walk(P p) {
   return walks[0];
 }
 
-/// What an image may be made of for a tree to be found.
+/// The value types of images that have trees.
 using tree_types = support::value_types_in<::testing::Types, bool, double>;
 
 template <typename T>
@@ -75,8 +75,8 @@ std::vector<T> values(const image2d<T>& ima) {
 
 constexpr unsigned long seed = 20240229;
 
-/// Calls `check(image, engine)` for random images of all kinds, from one site up, at the origin and at the ends of
-/// the range of coordinates. Those without a border cannot be flooded: their trees are found by union-find.
+/// Calls `check(image, engine)` for random images of all kinds, from one site up, at the origin and at the ends of the
+/// range of coordinates. Those without a border can't be flooded: union-find finds their trees.
 template <typename T, typename F>
 void for_random_images(F check) {
   support::random_engine engine(seed);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Types of a user's own, with nothing but what the concepts ask for, through everything that takes them.
+// A user's own types, with nothing but what the concepts ask for, through everything that takes them.
 
 #include <qel/accu/internal/base.hpp>
 #include <qel/core/concept/site_set.hpp>
@@ -26,7 +26,7 @@
 
 namespace mine {
 
-/// Up and down, and across with two columns skipped: symmetric, but no window of the library's.
+/// Up and down, and across with two columns skipped: symmetric, but not a window of the library.
 struct window : qel::Window<window> {
   using dpsite = qel::dpoint2d;
   using site = qel::point2d;
@@ -67,7 +67,7 @@ struct volume : qel::accu::internal::base<double, volume> {
   double sum = 0;
 };
 
-/// An image with a name of its own.
+/// A user's class that derives from an image.
 struct map : qel::image2d<int> {
   using qel::image2d<int>::image2d;
 };
@@ -104,8 +104,7 @@ using namespace unit;
 namespace tree = qel::morpho::tree;
 namespace filter = qel::morpho::tree::filter;
 
-// One row, so that the user's window is connected; the same image of the library's under the same neighbours is the
-// oracle.
+// One row, so that the user's window is connected; the library's image under the same neighbours is the oracle.
 template <typename T>
 class users_own : public ::testing::Test {};
 using value_types = ::testing::Types<int, double>;

@@ -1,11 +1,11 @@
 function mask = caption_text (text)
 % MASK = caption_text (TEXT): TEXT as a logical picture of 9 x 6*numel (TEXT) pixels, true where there is ink. Each
-% character is 5 pixels wide, with an empty column to its right, and 7 high, with 2 rows below the line for g and p.
+% character is 5 pixels wide, with an empty column to its right, and 7 high, with 2 rows below the line for g, p and y.
 % The hosts draw text into figures only, and figures need a display.
 
 % SPDX-License-Identifier: MIT
 
-  characters = '0123456789abdefghiklnprtu<.-+ ';  % what the captions of attribute_profile_montage need
+  characters = '0123456789abdefghiklnprtu<.-+ mosvxyc';  % what the captions need
   digits = ['.###....#....###...###.....#..#####...##..#####..###...###..'
             '#...#..##...#...#.#...#...##..#......#........#.#...#.#...#.'
             '#...#...#.......#.....#..#.#..####..#........#..#...#.#...#.'
@@ -33,7 +33,16 @@ function mask = caption_text (text)
             '...#...##.....................'
             '..............................'
             '..............................'];
-  font = [digits, letters, others] == '#';
+  more = ['..........................................'
+          '..........................................'
+          '##.#...###...####.#...#.#...#.#...#..###..'
+          '#.#.#.#...#.#.....#...#..#.#..#...#.#.....'
+          '#.#.#.#...#..###..#...#...#...#...#.#.....'
+          '#.#.#.#...#.....#..#.#...#.#..#...#.#.....'
+          '#.#.#..###..####....#...#...#..####..###..'
+          '..................................#.......'
+          '...............................###........'];
+  font = [digits, letters, others, more] == '#';
   [~, places] = ismember (text, characters);
   columns = (1:6)' + 6 * (places - 1);
   mask = font(:,columns(:));

@@ -2,19 +2,21 @@
 #ifndef QEL_ACCU_ACCUMULATOR_HPP
 #define QEL_ACCU_ACCUMULATOR_HPP
 
+// An accumulator takes sites or grey levels one by one, or another accumulator as a whole, and gives one result: a box,
+// a moment, a variance. Attributes are made of them. Each has one form; the test
+// `accumulator.merges_restarts_and_converts` holds parts that are merged equal to the whole.
+
 #include <qel/core/concept/object.hpp>
 
 namespace qel {
 
 /// A small value that summarises a set of elements.
 ///
-/// A model has the types `argument` and `result` and offers `init()` (back to the empty state), `take(t)` for
-/// one element, `take(other)` for the content of another accumulator, `to_result()` and `is_valid()`. A
-/// default-constructed accumulator is empty. Accumulators live by value in images, one for each element: they
-/// have no heap memory and nothing virtual.
+/// A model has the types `argument` and `result` and offers `init()` (back to the empty state), `take(t)` for one
+/// element, `take(other)` for the content of another accumulator, `to_result()` and `is_valid()`. It starts empty.
+/// Accumulators live by value in images: they have no heap memory and nothing virtual.
 ///
-/// The accumulators and attributes of the library convert to their result, so that an image of accumulators becomes
-/// an image of results by assignment.
+/// Those of the library convert to their result: an image of accumulators becomes an image of results by assignment.
 template <typename E>
 struct Accumulator : Object<E> {
   /// Makes the accumulator hold `t` alone: an element, or something that converts to one.
@@ -23,7 +25,7 @@ struct Accumulator : Object<E> {
     internal::force_exact<E>(*this).take_as_init_(t);
   }
 
-  /// The same for every model that has no shorter way: `init()`, then `take(t)`.
+  /// For a model that has no shorter way.
   template <typename T>
   void take_as_init_(const T& t) {
     E& exact = internal::force_exact<E>(*this);

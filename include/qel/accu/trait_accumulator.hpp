@@ -9,14 +9,14 @@ namespace trait {
 /// What algorithms ask of an accumulator type.
 namespace accumulator {
 
-/// What an accumulator wants to see of a site of an image.
+/// What an accumulator takes of a site of an image.
 namespace when_pix {
 struct use_none {};  ///< nothing: the site only counts
 struct use_p {};     ///< the site
 struct use_v {};     ///< the image value at the site
 }  // namespace when_pix
 
-/// Whether the order in which an accumulator takes its content can be seen in its result.
+/// Whether the order in which an accumulator takes its content shows in its result.
 namespace order {
 struct free {};   ///< no: its arithmetic is exact
 struct fixed {};  ///< yes: its sums are rounded

@@ -7,7 +7,7 @@ namespace qel {
 /// Sites around the domain of an image, in its block of values but without image data.
 namespace border {
 
-/// Border, in sites on each side, of every image made without a border of its own.
+/// The border of an image that is made without one of its own, in sites on each side.
 inline unsigned thickness = 3;
 
 }  // namespace border

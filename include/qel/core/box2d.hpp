@@ -16,7 +16,7 @@ struct box_runstart_piter;
 
 namespace internal {
 
-/// Gives the box class E with `n` coordinates of type C the names of its corners' coordinates.
+/// Gives the box class E of `n` coordinates of type C `pmin_row()` and its like.
 template <unsigned n, typename C, typename E>
 struct box_impl_;
 
@@ -38,17 +38,16 @@ struct box_impl_<2, C, E> {
 
 /// The rectangle of the sites between two inclusive corners.
 ///
-/// Validity is decided in row-major order, not for each axis: the columns count only when the rows are equal.
-/// A box with rows in order and columns the wrong way round is valid, has a wrapped length and contains no
-/// site.
+/// `is_valid()` compares the corners in row-major order, not axis by axis: columns count only when the rows are equal.
+/// So a box with rows in order and columns the wrong way round is valid; its length wraps, and it `has` no site.
 ///
-/// The coordinates of the corners are also had as `pmin_row()`, `pmin_col()`, `pmax_row()` and `pmax_col()`; lengths
-/// and number of sites come from `Box`.
+/// `pmin_row()`, `pmin_col()`, `pmax_row()` and `pmax_col()` are the coordinates of the corners; lengths and number of
+/// sites come from `Box`.
 template <typename P>
 struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
   /// A site of the box.
   using site = P;
-  /// What a walk over the box stands on: the site itself.
+  /// A walk stands on the site itself.
   using psite = P;
   /// The walk over the box, in raster order.
   using fwd_piter = box_fwd_piter_<P>;
@@ -61,18 +60,18 @@ struct box : Box<box<P>>, internal::box_impl_<2, typename P::coord, box<P>> {
 
   /// The corner with the least row and column.
   const P& pmin() const { return pmin_; }
-  /// The same, to move it.
+  /// The same, writable.
   P& pmin() { return pmin_; }
 
   /// The corner with the greatest row and column; it lies in the box.
   const P& pmax() const { return pmax_; }
-  /// The same, to move it.
+  /// The same, writable.
   P& pmax() { return pmax_; }
 
   /// Whether `pmin()` does not come after `pmax()` in row-major order.
   bool is_valid() const { return util::ord_weak(pmin_, pmax_); }
 
-  /// Whether `p` lies in the box; tested for each axis, whether the box is valid or not.
+  /// Whether `p` lies in the box, axis by axis; the box may be invalid.
   bool has(const P& p) const {
     return pmin_.row() <= p.row() && p.row() <= pmax_.row() && pmin_.col() <= p.col() && p.col() <= pmax_.col();
   }

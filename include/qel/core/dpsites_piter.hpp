@@ -8,7 +8,7 @@ namespace qel {
 
 /// Visits the sites that the displacements of a window W reach from a centre, in the order of the window.
 ///
-/// A Site_Iterator; `center_at(p)` sends it around another centre.
+/// A Site_Iterator; `center_at(p)` gives it another centre.
 template <typename W>
 struct dpsites_fwd_piter : internal::site_relative_iterator_base<W, dpsites_fwd_piter<W>> {
   /// A displacement.

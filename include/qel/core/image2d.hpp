@@ -2,8 +2,10 @@
 #ifndef QEL_CORE_IMAGE2D_HPP
 #define QEL_CORE_IMAGE2D_HPP
 
-// The image of the library: one block of values on a box with a border, reached through a table of row
-// pointers and shared by cheap handles.
+// The image of the library: one block of values on a box with a border, reached through a table of row pointers and
+// shared by cheap handles. The plain form is any model of `Image`, reached site by site. The test
+// `users_own.image_window_and_accumulator_give_what_the_librarys_do` takes an image with nothing else through sort,
+// tree, attribute and rules, and holds its results equal to those of an `image2d`.
 
 #include <qel/core/border.hpp>
 #include <qel/core/box2d.hpp>
@@ -24,10 +26,10 @@
 
 namespace qel {
 
-/// The most rows or columns of an image whose first site is (0, 0), with a border of `bdr` sites: 32765 for a border of 3.
+/// The most rows or columns of an image with first site (0, 0) and a border of `bdr` sites: 32765 for a border of 3.
 ///
-/// Coordinates have 16 bits, and the border behind the image needs some. Without a border the last coordinate stays free,
-/// for a walk over the box ends behind it.
+/// Coordinates have 16 bits, and the border takes some. Without a border the last coordinate stays free, because a walk
+/// over the box ends one row behind it.
 constexpr std::size_t greatest_length(unsigned bdr) {
   constexpr std::size_t coordinates = std::size_t{std::numeric_limits<short>::max()} + 1;
   return coordinates - std::clamp<std::size_t>(bdr, 1, coordinates);
@@ -46,15 +48,13 @@ inline box2d box_from_origin(std::size_t rows, std::size_t cols, unsigned bdr) {
 
 /// A two-dimensional image with values of type T.
 ///
-/// An object is a handle: a copy shares the values of its original, and `duplicate` makes a deep copy. The
-/// record goes with its last handle. Nothing checks an argument: a site outside the padded box is the
-/// caller's fault.
+/// An object is a handle: a copy shares the record with the values, `duplicate` makes a deep copy, and the last handle
+/// frees the record. No argument is checked: a site has to lie in the padded box, the domain with its border.
 ///
-/// Coordinates have 16 bits and the border counts: with the default border of 3, at most 32765 rows and
-/// columns.
+/// Coordinates have 16 bits and the border counts: with the default border of 3, at most 32765 rows and columns.
 ///
-/// As an Image it has the types `value`, `lvalue`, `rvalue`, `site`, `psite` and `domain_t`, and `is_valid()`, which
-/// is false for an empty handle: all else asks for a valid image. `values_space()` is the set of all values of T, and
+/// All but `is_valid()`, which is false for an empty handle, ask for a valid image. As an Image it has the types
+/// `value`, `lvalue`, `rvalue`, `site`, `psite` and `domain_t`. `values_space()` is the set of all values of T, and
 /// `index_of_point(p)` the number of the element at `p` in the block.
 template <typename T>
 class image2d : public internal::image_base<T, box2d, image2d<T>>,
@@ -62,7 +62,7 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
   using base = internal::image_base<T, box2d, image2d<T>>;
 
  public:
-  /// An empty handle: `init_` gives it a record, and so does an assignment.
+  /// An empty handle; `init_` or an assignment gives it a record.
   image2d() = default;
 
   /// An image on the box `b` (rows x columns sites), with `bdr` sites of border on each side.
@@ -76,24 +76,18 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
   /// An image of `rows` x `cols` sites, the first of which is (0, 0), with `bdr` sites of border on each side.
   ///
   /// Values of builtin and site type are not set.
-  ///
   /// \throws std::bad_array_new_length beyond `greatest_length(bdr)`, before anything is allocated; std::bad_alloc
   image2d(std::size_t rows, std::size_t cols, unsigned bdr = border::thickness)
       : image2d(internal::box_from_origin(rows, cols, bdr), bdr) {}
 
-  /// Shares the record of `rhs`: no value is copied.
-  ///
-  /// \throws std::bad_alloc
+  /// Shares the record of `rhs`: no value is copied. \throws std::bad_alloc
   image2d(const image2d& rhs) = default;
-  /// Shares the record of `rhs` from now on; the old one goes if this was its last handle.
-  ///
-  /// \throws std::bad_alloc The handle keeps its record then.
+  /// Lets go of its own record and shares that of `rhs`. \throws std::bad_alloc The handle keeps its record then.
   image2d& operator=(const image2d& rhs) = default;
   /// Lets go of the record; the last handle frees it.
   ~image2d() = default;
 
-  /// Points this handle at a new record; other handles keep the one that it held before.
-  ///
+  /// Points this handle at a new record; other handles keep the old one.
   /// \throws std::bad_alloc The handle keeps its record then.
   void init_(const box2d& b, unsigned bdr) {
     auto record = std::make_unique<internal::data<image2d>>(b, bdr);
@@ -112,13 +106,12 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
 
   /// The value at `p`: two loads, no arithmetic on the coordinates. \pre `has(p)`.
   const T& operator()(const point2d& p) const { return this->data_->array_[p.row()][p.col()]; }
-  /// The same, to write it. All handles on the record see the new value. \pre `has(p)`.
+  /// The same, writable. All handles on the record see the new value. \pre `has(p)`.
   T& operator()(const point2d& p) { return this->data_->array_[p.row()][p.col()]; }
 
-  /// The first element of the block, that of the padded box's top left corner. The block is in row-major
-  /// order.
+  /// The first element of the block, at the top left corner of the padded box. The block is in row-major order.
   const T* buffer() const { return this->data_->buffer_; }
-  /// The same, to write through it.
+  /// The same, writable.
   T* buffer() { return this->data_->buffer_; }
 
   /// Size of the block in elements, border included.
@@ -126,7 +119,7 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
 
   /// Element `i` of the block. \pre `i < nelements()`.
   const T& element(unsigned i) const { return this->data_->buffer_[i]; }
-  /// The same, to write it. \pre `i < nelements()`.
+  /// The same, writable. \pre `i < nelements()`.
   T& element(unsigned i) { return this->data_->buffer_[i]; }
 
   /// Distance in the block, in elements, between two sites that differ by `dp`.
@@ -167,7 +160,7 @@ struct ch_value<image2d<T>, V> {
   using ret = image2d<V>;
 };
 
-/// An `image2d` has storage of its own, so it stands for itself.
+/// An `image2d` has its own storage, so it stands for itself.
 template <typename T>
 struct concrete<image2d<T>> {
   /// The type itself.

@@ -37,12 +37,12 @@ class neighb : public internal::neighborhood_base<W, neighb<W>> {
 
   /// No neighbours; `win()` takes them.
   neighb() = default;
-  /// The neighbours that the displacements of `win` lead to, whether they go both ways or not.
+  /// The neighbours that the displacements of `win` lead to. They need not go both ways.
   explicit neighb(const W& win) : win_(win) {}
 
   /// The displacements to the neighbours.
   const W& win() const { return win_; }
-  /// The same, to fill it.
+  /// The same, writable.
   W& win() { return win_; }
 
   /// Number of neighbours of a site.
@@ -57,24 +57,24 @@ using neighb2d = neighb<window2d>;
 
 namespace internal {
 
-/// The neighbours for which the table, a square of 3 x 3 row by row, has true.
+/// The neighbours that are true in a table of 3 x 3, row by row.
 inline neighb2d filled(const bool (&vals)[9]) {
   neighb2d it;
   convert::over_load::from_to_<9u>(vals, it);
-  static_cast<void>(it.win().dp(0));  // the first read freezes the set, which writes: done before threads share it
+  static_cast<void>(it.win().dp(0));  // the first read writes (it freezes the set): before threads share `it`
   return it;
 }
 
 }  // namespace internal
 
-/// The four neighbours: up, left, right, down. One object, built at the first call, by whichever thread makes it, and kept.
+/// The four neighbours: up, left, right, down. One object, which the first call builds, in any thread.
 inline const neighb2d& c4() {
   static const bool vals[9] = {false, true, false, true, false, true, false, true, false};
   static const neighb2d it = internal::filled(vals);
   return it;
 }
 
-/// The eight neighbours: up-left, up, up-right, left, right, down-left, down, down-right. Kept like `c4()`.
+/// The eight neighbours: up-left, up, up-right, left, right, down-left, down, down-right. One object, like `c4()`.
 inline const neighb2d& c8() {
   static const bool vals[9] = {true, true, true, true, false, true, true, true, true};
   static const neighb2d it = internal::filled(vals);

@@ -11,9 +11,8 @@ class neighb;
 
 /// Visits the neighbours of a moving centre, in the order of the neighbourhood's window. A Site_Iterator.
 ///
-/// It looks at no image: a neighbour may lie outside the domain, and the caller tests it with `domain().has`.
-/// One iterator serves a whole loop over sites, since it follows its centre; it is only started anew at each
-/// site.
+/// It looks at no image: a neighbour may lie outside the domain, so test it with `domain().has`. One iterator serves a
+/// whole loop over sites: it follows its centre, and `start()` begins anew at each site.
 template <typename W>
 struct neighb_fwd_niter : internal::site_relative_iterator_base<neighb<W>, neighb_fwd_niter<W>> {
   /// A displacement.

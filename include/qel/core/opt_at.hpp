@@ -7,16 +7,16 @@
 
 namespace qel {
 
-/// Values by plain coordinates in place of a site.
+/// Values by plain coordinates.
 namespace opt {
 
-/// The value at the site (row, col), by two plain coordinates. \pre the image has the site.
+/// The value at the site (row, col). \pre the image has the site.
 template <typename I>
 typename I::rvalue at(const Image<I>& ima, short row, short col) {
   return internal::force_exact<I>(ima)(point2d(row, col));
 }
 
-/// The same, to write it. \pre the image has the site.
+/// The same, writable. \pre the image has the site.
 template <typename I>
 typename I::lvalue at(Image<I>& ima, short row, short col) {
   return internal::force_exact<I>(ima)(point2d(row, col));

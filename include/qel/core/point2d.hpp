@@ -15,16 +15,16 @@ namespace qel {
 
 /// A site of the grid G: a plain value of two coordinates, the row and the column.
 ///
-/// Sites are stored by the million (parent images, sorted arrays), hence 16-bit coordinates: 4 bytes a site.
-/// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write the coordinates.
+/// Sites are stored by the million (parent images, sorted arrays), so coordinates have 16 bits: 4 bytes a site.
+/// `row()`, `col()` and `operator[]` (0: row, 1: column) read and write them.
 template <typename G, typename C>
 struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, point<G, C>> {
-  /// A coordinate; signed, for the border of an image lies at negative ones.
+  /// A coordinate; signed, because the border of an image lies at negative ones.
   using coord = C;
   /// The displacement from one such site to another.
   using dpsite = dpoint<G, C>;
 
-  /// Unset coordinates: an image of sites costs no pass of its own when it is allocated.
+  /// Unset coordinates: to allocate an image of sites costs no pass.
   point() = default;
 
   /// The site of row `row` and column `col`; (0, 0) is the top left site of most images.
@@ -69,8 +69,7 @@ struct point : Object<point<G, C>>, internal::mutable_coord_impl_<G::dim, C, poi
 /// A site of the plane, two signed 16-bit coordinates.
 using point2d = point<grid::square, short>;
 
-// The friends of `point`, declared outside the class too: so they are found for whatever stands in for a site, an
-// iterator or a stored position, whose classes know nothing of them.
+// Declared outside the class too: only so are they found for iterators and stored positions, which stand in for sites.
 
 /// Whether both coordinates are equal; also for what stands in for a site.
 inline bool operator==(const point2d& a, const point2d& b);

@@ -2,14 +2,14 @@
 #ifndef QEL_CORE_TRAIT_IMAGE_HPP
 #define QEL_CORE_TRAIT_IMAGE_HPP
 
-// The properties of image types by which algorithms choose among their implementations, and the type
-// functions that lead from one image type to another. All are settled when the code is generated.
+// The properties of image types, by which algorithms choose their form, and the functions from image type to image
+// type. All are settled at compile time.
 
 #include <type_traits>
 
 namespace qel {
 
-/// Properties of types and functions from type to type, settled when the code is generated.
+/// Properties of types and functions from type to type, settled at compile time.
 namespace trait {
 
 /// What algorithms ask of an image type.
@@ -35,7 +35,7 @@ namespace value_access {
 struct direct {};
 }  // namespace value_access
 
-/// Which values can be written through the image: any.
+/// Which values can be written through the image.
 namespace vw_io {
 /// Every value of the value type.
 struct any {};

@@ -20,8 +20,7 @@ struct set;
 
 namespace internal {
 
-/// What a set of values offers when its values can be counted: 8-bit integers and truth values. Empty
-/// otherwise.
+/// What a set of values offers when its values can be counted: 8-bit integers and truth values. Empty otherwise.
 template <typename T, typename E, typename = void>
 struct iterable_set {};
 
@@ -30,14 +29,12 @@ template <typename T, typename E>
 struct iterable_set<T, E, std::enable_if_t<qel::internal::has_low_quant<T>>> {
   unsigned nvalues() const { return 256; }
 
-  /// The value of index `i`, in [0, 255].
   T operator[](unsigned i) const {
     return qel::internal::narrowed<T>(static_cast<int>(i) + std::numeric_limits<T>::min());
   }
 
   bool has(const T&) const { return true; }
 
-  /// The index of the value `v`: 0 for the least value of the type.
   unsigned index_of(const T& v) const { return static_cast<unsigned>(v - std::numeric_limits<T>::min()); }
 };
 
@@ -53,8 +50,8 @@ struct iterable_set<bool, E> {
 
 /// All values of T; one object without data for each T.
 ///
-/// For the 8-bit integers and `bool` the values can be counted, and are numbered in ascending order: `nvalues()` is
-/// 256 or 2, `set[i]` the value of index i and `index_of(v)` the index of a value. Other types have none of these.
+/// The 8-bit integers and `bool` can be counted, and are numbered in ascending order: `nvalues()` is 256 or 2, `set[i]`
+/// the value of index i, `index_of(v)` the index of a value. Other types have none of these.
 template <typename T>
 struct set : internal::iterable_set<T, set<T>> {
   /// A member.

@@ -30,21 +30,18 @@ struct window_base : Window<E> {
 
 }  // namespace internal
 
-/// A set of displacements, numbered in ascending row-major order whatever the order of their insertion. A Window with
-/// the type `dpsite`, a displacement.
+/// A set of displacements, numbered in ascending row-major order. A Window with the type `dpsite`, a displacement.
 template <typename D>
 class window : public internal::window_base<D, window<D>> {
  public:
   /// A site that a displacement may lead to.
   using site = point2d;
-  /// What a walk over the window stands on: the site itself.
+  /// A walk stands on the site itself.
   using psite = point2d;
   /// The walk over the sites around a centre.
   using fwd_piter = dpsites_fwd_piter<window>;
 
-  /// Adds `dp`, unless it is there already: numbers above its own move up.
-  ///
-  /// \throws std::bad_alloc
+  /// Adds `dp`, unless it is there already; the numbers of greater ones move up. \throws std::bad_alloc
   void insert(const D& dp) { dps_.insert(dp); }
 
   /// Removes all displacements.
@@ -76,7 +73,7 @@ class window : public internal::window_base<D, window<D>> {
     *this = mirrored;
   }
 
-  /// Whether with each displacement its opposite is there: two neighbours see each other.
+  /// Whether each displacement has its opposite: two neighbours see each other.
   bool is_symmetric() const {
     window mirrored = *this;
     mirrored.sym();
@@ -86,7 +83,7 @@ class window : public internal::window_base<D, window<D>> {
   /// The displacements themselves.
   const util::set<D>& std_set() const { return dps_; }
 
-  /// Whether both have the same displacements, inserted in whatever order.
+  /// Whether both have the same displacements.
   friend bool operator==(const window& a, const window& b) { return a.dps_ == b.dps_; }
 
  private:

@@ -8,7 +8,7 @@ namespace qel {
 
 namespace internal {
 
-/// Makes an image class that lacks a suitable `init_` fail to build; does nothing at run time.
+/// Fails to build for an image class without a suitable `init_`; does nothing at run time.
 ///
 ///     internal::check_init(&I::init_);
 template <typename I>

@@ -10,9 +10,7 @@
 
 namespace qel {
 
-/// A deep copy of `model`: same domain, border and values (the border's too), in storage of its own.
-///
-/// Cost: one pass over the block.
+/// A deep copy of `model`: domain, border and all values, those of the border too. Cost: one pass over the block.
 ///
 /// \pre    `model` is valid.
 /// \throws std::bad_alloc

@@ -2,6 +2,10 @@
 #ifndef QEL_DATA_FILL_HPP
 #define QEL_DATA_FILL_HPP
 
+// Writing whole images: one value everywhere, or the values of another image. The plain form takes the domain element
+// by element (`fill_with_image_fast`). Elements of one size go faster, in rows or whole blocks. The test
+// `fill.an_image_or_a_value` holds all of them to the value by the definition, site by site.
+
 #include <qel/core/concept/image.hpp>
 #include <qel/data/fill/fill_with_image.hpp>
 #include <qel/data/fill/fill_with_value.hpp>
@@ -16,7 +20,7 @@ namespace data {
 
 namespace internal {
 
-/// Chosen for an image, and for what derives from an image class.
+/// Chosen for images, and for classes that derive from an image class.
 template <typename J>
 std::true_type is_image(const Image<J>&);
 std::false_type is_image(...);
@@ -42,8 +46,7 @@ void fill_dispatch(Image<I>& ima, const D& d) {
 
 }  // namespace internal
 
-/// Writes a whole image: with one value (border included), or with the values of another image
-/// (`fill_with_image`).
+/// Writes a whole image: with one value (border included), or with the values of another image (`fill_with_image`).
 ///
 /// Cost: one pass; no memory that grows with the image.
 ///

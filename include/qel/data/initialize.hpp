@@ -11,10 +11,8 @@ namespace qel {
 
 /// Gives the empty image `ima` the domain and border of `model`. The value types may differ.
 ///
-/// The values are what the value type's default construction leaves: numbers and sites are not set. What runs
-/// inside is kept out of the trace.
-///
-/// \throws std::bad_alloc
+/// Numbers and sites are not set, other values are those of their default construction. The trace shows nothing of what
+/// runs inside. \throws std::bad_alloc
 template <typename I, typename J>
 void initialize(Image<I>& ima, const Image<J>& model) {
   trace::entering("core::initialize");

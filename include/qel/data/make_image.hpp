@@ -9,14 +9,11 @@
 
 namespace qel {
 
-/// An image of `rows` x `cols` pixels with the values of an array that stands in memory without gaps, row by row.
+/// An image of `rows` x `cols` pixels with a copy of the values of an array, which stand without gaps, row by row.
 ///
 ///     const qel::image2d<unsigned char> image = qel::make_image(pixels.data(), 480, 640);
 ///
-/// The values are copied: an image has a border of its own around them.
-///
 /// Cost: one pass.
-///
 /// \throws std::bad_array_new_length beyond 32765 rows or columns (see `greatest_length`); std::bad_alloc
 template <typename T>
 image2d<T> make_image(const T* first, std::size_t rows, std::size_t cols) {

@@ -4,9 +4,13 @@
 
 // All sites of an image in the order of their values: the sweep order that decides which component tree comes out.
 //
-// Among sites of equal value the increasing arrays are in raster order. The decreasing array of an 8-bit image is in
-// raster order too, that of a wider image in reverse raster order. The tie order decides which site of a node is its
-// canonical site and the order of float sums, so both are part of the results that users get.
+// The plain form is `comparison_sorted_psites`, which compares (value, row, column). The fast forms count: a counting
+// sort for 8 bits, a radix sort for wider integers. The tests `sort_psites.equals_a_stable_sort_of_the_raster_order`
+// and `sort_psites.looks_at_every_bit` hold both equal to a stable sort.
+//
+// Ties: increasing arrays are in raster order. So is the decreasing array of an 8-bit image; that of a wider one is in
+// reverse raster order. Ties decide which site of a node is its canonical site and the order of float sums, so they are
+// part of the results that users get.
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/convert/to_p_array.hpp>
@@ -51,7 +55,7 @@ p_array2d sort_psites_increasing_(trait::image::quant::low, const Image<I>& ima)
   return place_psites_(qel::internal::force_exact<I>(ima), std::move(loc));
 }
 
-/// As above; the direction lies in the table of places alone.
+/// As above: only the table of places tells the direction.
 template <typename I>
 p_array2d sort_psites_decreasing_(trait::image::quant::low, const Image<I>& ima) {
   const auto h = histo::compute(ima);
@@ -60,7 +64,7 @@ p_array2d sort_psites_decreasing_(trait::image::quant::low, const Image<I>& ima)
   return place_psites_(qel::internal::force_exact<I>(ima), std::move(loc));
 }
 
-/// The comparison sort by a strict total order: the plain form, for any value type. Cost: n log n comparisons.
+/// A comparison sort by a strict total order, for any value type. Cost: n log n comparisons.
 template <typename I, typename Order>
 p_array2d comparison_sorted_psites(const I& ima, Order order) {
   p_array2d s = convert::to_p_array(ima.domain());
@@ -68,7 +72,7 @@ p_array2d comparison_sorted_psites(const I& ima, Order order) {
   return s;
 }
 
-/// All other integers: a radix sort.
+/// All other values: a radix sort of integers, a comparison sort of the rest.
 template <typename I>
 p_array2d sort_psites_increasing_(trait::image::quant::high, const Image<I>& ima) {
   const I& exact_ima = qel::internal::force_exact<I>(ima);
@@ -94,19 +98,19 @@ p_array2d sort_psites_decreasing_(trait::image::quant::high, const Image<I>& ima
 /// Cost: two passes for 8-bit values, two to eight for wider integers, n log n comparisons for `bool` and
 /// floating point.
 ///
-/// \pre    the domain has sites, and no value is NaN.
+/// \pre    the domain has sites, its last row is not 32767 (see `box_fwd_piter_`), and no value is NaN.
 /// \throws std::bad_alloc
 template <typename I>
 p_array2d sort_psites_increasing(const Image<I>& ima) {
   return impl::sort_psites_increasing_(typename trait::image_<I>::quant(), ima);
 }
 
-/// The sites of the domain by descending value: the sweep order of a min-tree. Equal values are in raster order if
-/// they have 8 bits, in reverse raster order if they are wider.
+/// The sites of the domain by descending value: the sweep order of a min-tree. Equal values are in raster order if they
+/// have 8 bits, in reverse raster order if they are wider.
 ///
-/// Cost: that of `sort_psites_increasing`, and one pass to turn round values of more than 8 bits.
+/// Cost: that of `sort_psites_increasing`, and one pass to turn round what is no 8-bit integer.
 ///
-/// \pre    the domain has sites, and no value is NaN.
+/// \pre    as for `sort_psites_increasing`.
 /// \throws std::bad_alloc
 template <typename I>
 p_array2d sort_psites_decreasing(const Image<I>& ima) {

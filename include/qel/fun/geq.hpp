@@ -9,7 +9,7 @@ namespace qel {
 /// Functions made of other functions.
 namespace fun {
 
-/// The function that tells whether F reaches G: f(x) >= g(x), compared in the type of the two results.
+/// The function that tells whether F reaches G: f(x) >= g(x), compared as C++ compares their types.
 ///
 /// Equality passes; a NaN on either side fails.
 template <typename F, typename G>
@@ -21,7 +21,7 @@ class geq_v2b_expr_ : public Function_v2b<geq_v2b_expr_<F, G>> {
   /// Keeps a copy of each.
   geq_v2b_expr_(const F& f, const G& g) : f_(f), g_(g) {}
 
-  /// Whether f(x) >= g(x), for a site x in the filters.
+  /// Whether f(x) >= g(x); in a filter, x is a site.
   template <typename X>
   bool operator()(const X& x) const {
     return f_(x) >= g_(x);
@@ -34,7 +34,7 @@ class geq_v2b_expr_ : public Function_v2b<geq_v2b_expr_<F, G>> {
 
 }  // namespace fun
 
-/// Joins two functions to a predicate, which holds copies of both; nothing is evaluated yet.
+/// Joins two functions to a predicate, which holds copies of both and evaluates nothing yet.
 ///
 ///     const auto pred = pw::value_(area) >= pw::cst_(100u);
 template <typename F, typename G>

@@ -10,7 +10,7 @@ namespace qel {
 
 namespace fun {
 
-/// A callable of your own, such as a lambda or a `std::function`, as a predicate that the rules take.
+/// Makes your own callable, such as a lambda or a `std::function`, a predicate that the rules take.
 template <typename F>
 class predicate_ : public Function_v2b<predicate_<F>> {
  public:

@@ -2,17 +2,18 @@
 #ifndef QEL_MORPHO_ATTRIBUTE_PROFILE_HPP
 #define QEL_MORPHO_ATTRIBUTE_PROFILE_HPP
 
-// The attribute profile of an image: N filtered images from the min-tree, the image itself, N from the max-tree.
+// The attribute profile of an image: N filtered images from the min-tree, the image itself, N from the max-tree. The
+// plain form is the definition, `oracle::slow_profile` of the tests. `profile_oracle.small_images_agree_in_every_plane`
+// (through the module) and `attribute_profile.needs_no_host_and_is_the_same_in_every_sink` hold this one equal.
 //
-// Trees and attributes are computed once for each direction; eight thresholds cost a walk over the nodes, and the planes
-// of some thresholds one over the pixels. The trees are made one after the other, for a tree is most of the memory. Sites
-// of more than 8 bits that have been sorted for the first tree are turned round for the second.
+// A direction takes one tree and one attribute image. A walk over the nodes serves eight thresholds, one over the
+// pixels several planes. The trees are made one after the other, because a tree is most of the memory.
 //
-// The planes go to a sink, which decides what becomes of them: `plane_images` and `raster_planes` in
-// profile_planes.hpp, or one of your own with two operations, called in the order of the planes:
+// The planes go to a sink: `plane_images` or `raster_planes` of profile_planes.hpp, or your own with two operations,
+// called in the order of the planes:
 //
-//     sink.filtered(nodes, values)   // some planes of a tree: see tree/filter_planes.hpp
-//     sink.input(image)              // the plane in the middle; the image is a copy, and the sink may keep it
+//     sink.filtered(nodes, values)   // some planes of a tree: see tree/filter/batch/filter_planes.hpp
+//     sink.input(image)              // the plane in the middle: a copy, which the sink may keep
 //
 // To judge nodes by more than one attribute, take the steps of `profile_of_tree` with your own predicates.
 
@@ -56,15 +57,15 @@ void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N&
 /// Gives `sink` the profile of an image by N thresholds: 2N + 1 planes.
 ///
 /// Planes 0 to N-1 come from the min-tree with the thresholds in reverse order, plane N is the image, and planes N+1 to
-/// 2N come from the max-tree with the thresholds in the given order, increasing or not.
+/// 2N come from the max-tree with the thresholds in the given order. They need not increase.
 ///
 /// \param image      any integer image in one block of memory, as `image2d` is; it is not changed.
 /// \param nbh        which pixels are connected: `c4()`, `c8()`, or another.
 /// \param a          the attribute in its initial state; it is not changed.
-/// \param thresholds in the unit of the attribute. A node whose attribute equals one stays; with a NaN every node fails.
-/// \param rule       what decides by the thresholds which nodes stay, such as `tree::filter::rule::min()`.
+/// \param thresholds in the unit of the attribute. A node whose attribute equals one stays; under a NaN all nodes fail.
+/// \param rule       decides by the thresholds which nodes stay, such as `tree::filter::rule::min()`.
 /// \param sink       where the planes go; may be a temporary.
-/// \pre    the domain has sites.
+/// \pre    the domain has sites, and its last row is not 32767 (see `box_fwd_piter_`).
 /// \throws std::bad_alloc, and what rule and sink throw.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
 void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const Accumulator<A>& a,

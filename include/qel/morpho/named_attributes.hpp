@@ -2,7 +2,7 @@
 #ifndef QEL_MORPHO_NAMED_ATTRIBUTES_HPP
 #define QEL_MORPHO_NAMED_ATTRIBUTES_HPP
 
-// The attributes that a user can ask for: their names, how they are computed and which rule suits them.
+// The attributes by the names that users know, each with the rule that suits it.
 
 #include <qel/morpho/attribute/card.hpp>
 #include <qel/morpho/attribute/deviation.hpp>
@@ -22,7 +22,7 @@ namespace morpho {
 /// An attribute, computed by the accumulator A. Thresholds have the type of A's result.
 template <typename A>
 struct named_attribute {
-  /// What computes it.
+  /// The accumulator that computes it.
   using accumulator = A;
   /// A threshold.
   using threshold = typename A::result;
@@ -38,8 +38,8 @@ struct named_attribute {
   }
 };
 
-/// The attributes of images of type I. Where one never shrinks from a node to its parent (`attribute::is_increasing`)
-/// all rules agree. Where it may, "sub" keeps the contrast of what stands on a removed node.
+/// The attributes of images of type I. Where one never shrinks from a node to its parent (`attribute::is_increasing`),
+/// all rules agree. Where it may shrink, "sub" keeps the contrast of what stands on a removed node.
 template <typename I>
 inline constexpr auto named_attributes =
     std::make_tuple(named_attribute<attribute::card<I>>{"a", "area", tree::filter::rule::min::name},

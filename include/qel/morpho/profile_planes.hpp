@@ -2,8 +2,7 @@
 #ifndef QEL_MORPHO_PROFILE_PLANES_HPP
 #define QEL_MORPHO_PROFILE_PLANES_HPP
 
-// Where the planes of a profile can go: sinks for `attribute_profile`. One for columns, as MATLAB and Octave want them,
-// is entry/array_bridge.hpp.
+// Sinks for `attribute_profile`. entry/profile.hpp has one that writes columns, as MATLAB and Octave want them.
 
 #include <qel/morpho/tree/spread_node_values.hpp>
 
@@ -36,7 +35,7 @@ class raster_planes {
   /// \param position where the first plane begins; there is room for all.
   explicit raster_planes(V* position) : position_(position) {}
 
-  /// Behind the last plane so far.
+  /// The end of the last plane so far.
   V* position() const { return position_; }
 
   /// Planes of a tree.

@@ -3,8 +3,7 @@
 #define QEL_MORPHO_TO_THRESHOLD_HPP
 
 // Hosts and command lines give every threshold as a double. A plain cast of a double that does not fit is undefined and
-// differs between processors; here the range is tested first, and the results are the same everywhere. Every test is
-// written so that a NaN fails it.
+// differs between processors; here the range is tested first, for the same results everywhere. A NaN fails each test.
 
 #include <qel/core/internal/narrowed.hpp>
 
@@ -17,8 +16,8 @@ namespace morpho {
 
 namespace internal {
 
-/// The low 32 bits of `number` truncated to 64 bits: wrap-round is meant, so -1.0 gives 4294967295. 0 for a
-/// NaN, an infinity or a number outside 64 bits.
+/// The low 32 bits of `number` truncated to 64 bits: wrap-round is meant, so -1.0 gives 4294967295. 0 for a NaN, an
+/// infinity or a number outside 64 bits.
 constexpr std::uint32_t low_bits_of_truncated(double number) {
   constexpr double limit = 9223372036854775808.0;  // 2^63
   const bool fits = number >= -limit && number < limit;
@@ -27,10 +26,9 @@ constexpr std::uint32_t low_bits_of_truncated(double number) {
 
 /// `number` rounded to the nearest float, ties to even; an infinity if it is too large, a NaN for a NaN.
 ///
-/// The language leaves the cast undefined beyond the largest float, so the two outcomes there are told apart
-/// by hand. The next float, had the exponent room for it, would be 2^128. Below the midpoint 2^128 - 2^103
-/// the nearest float is still the largest one; the midpoint itself is a tie whose even neighbour is 2^128,
-/// that is, infinity.
+/// The cast is undefined beyond the largest float. The next float, had the exponent room for it, would be 2^128. Below
+/// the midpoint 2^128 - 2^103 the nearest float is still the largest one; the midpoint is a tie whose even neighbour is
+/// 2^128, that is, infinity.
 constexpr float rounded_to_float(double number) {
   constexpr float largest = std::numeric_limits<float>::max();
   constexpr float infinity = std::numeric_limits<float>::infinity();

@@ -19,7 +19,7 @@ class cst_ : public Function_v2v<cst_<A>> {
   /// \param value kept as a copy; a threshold in the unit of an attribute.
   explicit cst_(const A& value) : value_(value) {}
 
-  /// The value; the site is not looked at.
+  /// The value, at any site.
   template <typename P>
   const A& operator()(const P&) const {
     return value_;

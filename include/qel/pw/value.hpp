@@ -2,6 +2,9 @@
 #ifndef QEL_PW_VALUE_HPP
 #define QEL_PW_VALUE_HPP
 
+// Functions from sites to values, of which predicates are made: `pw::value_(area) >= pw::cst_(100u)` holds where the
+// attribute image `area` reaches 100.
+
 #include <qel/core/concept/function.hpp>
 #include <qel/core/concept/image.hpp>
 
@@ -11,8 +14,8 @@ namespace pw {
 
 /// An image as a function from sites to values.
 ///
-/// It refers to the image handle that the caller holds: the handle must outlive the function, and assigning
-/// another image to it changes what the function sees.
+/// It refers to the caller's image handle: the handle must outlive the function, and to assign another image to it
+/// changes what the function sees.
 template <typename I>
 class value_ : public Function_v2v<value_<I>> {
  public:

@@ -2,15 +2,17 @@
 #ifndef QEL_SCENE_BLOCK_PROFILE_HPP
 #define QEL_SCENE_BLOCK_PROFILE_HPP
 
-// The profile of a block of a scene, to the bit that of the whole scene, from a window around the block.
+// Scenes too large for one image, in blocks: the profile of a block, to the bit that of the whole scene, from a window
+// around the block. The plain form is one profile of the whole scene; `blocks.equal_the_whole_scene_under_every_rule`
+// holds the two equal.
 //
-// `compute_proof_image` tells which pixels a window proves, and why. What it does not prove is read
-// again, and only that: the smallest rectangle around the pixels in doubt, with twice the overlap, and so on until
-// nothing is in doubt. A window that is the whole scene proves all, so the end is certain, if memory lasts.
+// `compute_proof_image` tells which pixels a window proves, and why. The smallest rectangle around the others is read
+// again with twice the overlap, until nothing is in doubt. A window that is the whole scene proves all, so this ends,
+// if memory lasts.
 //
-// A later window need not hold an earlier one, since it has a smaller rectangle in its middle. It overwrites all pixels
-// of that rectangle, those proved before too, and doubts them anew: the last window that writes a pixel has proved it.
-// Where the next window would not fit, the rectangle is cut into quarters, which need smaller windows.
+// A later window has a smaller rectangle in its middle and need not hold an earlier window. It overwrites all pixels of
+// that rectangle, proved ones too, and doubts them anew: the last window that writes a pixel has proved it. Where the
+// next window would not fit, the rectangle is cut into quarters, which need smaller windows.
 
 #include <qel/core/neighb2d.hpp>
 #include <qel/scene/filter_window.hpp>
@@ -29,9 +31,9 @@ namespace qel {
 
 namespace scene {
 
-/// Thrown if a block can't be proved by any window that the limits allow.
+/// Thrown if no window that the limits allow proves a block.
 struct not_provable {
-  rectangle block;
+  rectangle block;        ///< that `run` was called for
   std::size_t threshold;  ///< index of the first threshold in doubt
 };
 
@@ -43,22 +45,24 @@ struct window_limits {
 
 /// What the blocks have cost.
 struct block_report {
-  std::int64_t blocks = 0;
-  std::int64_t read_again = 0;  ///< blocks that took more than one window for a direction
-  std::int64_t pixels_again = 0;  ///< of their further windows
-  std::int64_t largest_overlap = 0;
+  std::int64_t blocks = 0;           ///< done
+  std::int64_t read_again = 0;       ///< blocks that took more than one window for a direction
+  std::int64_t pixels_again = 0;     ///< of their further windows
+  std::int64_t largest_overlap = 0;  ///< of a window, in pixels on each side
 };
 
 /// Profiles blocks of a scene with values of type T by the attribute A, area or diagonal.
 ///
 /// \param Read  `read(place)` gives the `window<T>` of a rectangle of the scene.
 ///
-/// `report` counts on what was there before.
+/// `report` adds to what it holds.
 template <typename T, typename A, typename Read>
 class block_profile {
  public:
+  /// A value of the attribute.
   using threshold = typename A::result;
 
+  /// \pre `neighborhood` and `report` outlive this object, which refers to them.
   block_profile(const rectangle& scene, Read read, const neighb2d& neighborhood, std::vector<threshold> thresholds,
                 const window_limits& limits, block_report& report)
       : scene_(scene),
@@ -68,9 +72,8 @@ class block_profile {
         limits_(limits),
         report_(report) {}
 
-  /// Calls `take_input(pixels)` with the input on `block`, row by row, then `take(direction, planes)` for the two halves of
-  /// the profile, the dark one first, with a `block_plane` for each threshold, in their order. A pixel without data keeps
-  /// its value.
+  /// Calls `take_input(pixels)` with the input on `block`, row by row, then `take(direction, planes)` twice, the dark
+  /// half first, with a `block_plane` for each threshold, in order. A pixel without data keeps its value.
   ///
   /// \pre    `block` lies in the scene and is not empty.
   /// \throws not_provable, std::bad_alloc, what `read`, `take_input` and `take` throw.
@@ -116,7 +119,7 @@ class block_profile {
     }
   }
 
-  /// Less in the middle leaves room for more around it.
+  /// A smaller rectangle in the middle leaves room for more around it.
   void prove_quarters(direction d, std::vector<block_plane<T>>& planes, std::int64_t overlap) {
     constexpr std::int64_t least_side = 4;
     const rectangle core = in_doubt(planes);
@@ -144,8 +147,8 @@ class block_profile {
     return std::max(place.rows, place.cols) <= longest_side && place.pixels() <= limits_.most_pixels;
   }
 
-  /// The overlap of the next window around `core`: twice the last one, or as much of it as fits; none if that is no
-  /// more than the last one.
+  /// The overlap of the next window around `core`: twice the last one, or as much as fits; none if that is not more
+  /// than the last one.
   std::optional<std::int64_t> next_overlap(const rectangle& core, std::int64_t last) const {
     std::int64_t least = last + 1;
     std::int64_t most = last == none_yet ? limits_.first_overlap : std::max<std::int64_t>(2 * last, 1);
@@ -160,10 +163,10 @@ class block_profile {
     return least;
   }
 
-  /// The window at `place`; the last one is kept, because both directions begin with the same.
+  /// The window at `place`. It keeps the last one, because both directions begin with the same.
   const window<T>& window_at(const rectangle& place) {
     if (!(last_.place == place)) {
-      last_ = window<T>();  // two of them need not fit
+      last_ = window<T>();  // there may be no room for two
       last_ = read_(place);
     }
     return last_;
@@ -176,7 +179,7 @@ class block_profile {
   window_limits limits_;
   block_report& report_;
   window<T> last_;
-  int windows_ = 0;  ///< that the block took
+  int windows_ = 0;  ///< filtered for this block
 };
 
 }  // namespace scene

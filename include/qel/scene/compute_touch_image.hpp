@@ -2,10 +2,10 @@
 #ifndef QEL_SCENE_COMPUTE_TOUCH_IMAGE_HPP
 #define QEL_SCENE_COMPUTE_TOUCH_IMAGE_HPP
 
-// The regions of a window that go on beyond it, for all that can be told inside.
+// The regions of a window that may go on beyond it.
 //
-// A bounding box for each node would tell as well. This way it is one truth value for each node, and only the sites of
-// the edges are looked at.
+// A bounding box for each node would tell, too. One truth value for each node is less, and only the sites of the edges
+// are read.
 
 #include <qel/core/box2d.hpp>
 #include <qel/core/image2d.hpp>
@@ -39,12 +39,10 @@ void for_edge_sites(const box2d& b, const inner_edges& inner, Visit visit) {
 
 /// Whether the region of each node has a site on an inner edge, as an image on the sheet of nodes.
 ///
-/// The window is the image of the tree. Under 4- and 8-connectivity a region of the window that has no site there has
-/// no neighbour outside: it is a region of the scene. The root touches if there is an inner edge at all.
+/// The window is the image of the tree. Under 4- and 8-connectivity a region that has no site there has no neighbour
+/// outside: it is a region of the scene. The root touches if there is an inner edge at all.
 ///
-/// Cost: a walk along the edges and one over the nodes; one truth value for each node.
-///
-/// \throws std::bad_alloc
+/// Cost: a walk along the edges and one over the nodes; one truth value for each node. \throws std::bad_alloc
 template <typename T>
 image2d<bool> compute_touch_image(const morpho::tree::node_tree<T>& nodes, const inner_edges& inner) {
   image2d<bool> touches(nodes.f().domain(), nodes.f().border());

@@ -2,7 +2,7 @@
 #ifndef QEL_SCENE_FILTER_WINDOW_HPP
 #define QEL_SCENE_FILTER_WINDOW_HPP
 
-// One tree of one window: the planes of a block, as far as the window can tell, and the pixels that it leaves in doubt.
+// One tree of one window: it writes the planes of a block, and tells which pixels stay in doubt.
 
 #include <qel/core/image2d.hpp>
 #include <qel/core/neighb2d.hpp>
@@ -36,6 +36,7 @@ enum class direction { dark, bright };
 /// A plane of a block while it is computed.
 template <typename T>
 struct block_plane {
+  /// All pixels of `block_`, all in doubt. \throws std::bad_alloc
   explicit block_plane(const rectangle& block_)
       : block(block_), pixels(static_cast<std::size_t>(block.pixels())), doubt(block_) {}
 
@@ -44,14 +45,14 @@ struct block_plane {
     return pixels[static_cast<std::size_t>((row - block.row) * block.cols + (col - block.col))];
   }
 
-  rectangle block;
+  rectangle block;        ///< where the plane lies in the scene
   std::vector<T> pixels;  ///< row by row
   rectangle doubt;        ///< around all pixels that are not proved; empty in the end
 };
 
 namespace internal {
 
-/// Writes the pixels in doubt: the value of each is that of its node. One without data keeps its own.
+/// Writes the pixels in doubt: each gets the value of its node; one without data keeps its own.
 template <typename T>
 void write_doubtful(const window<T>& w, const image2d<unsigned>& number, const image2d<T>& node_values,
                     block_plane<T>& plane) {
@@ -63,7 +64,7 @@ void write_doubtful(const window<T>& w, const image2d<unsigned>& number, const i
     }
 }
 
-/// The smallest rectangle around the pixels of `r` whose nodes are not proved. What has no data needs no proof.
+/// The smallest rectangle around the pixels of `r` whose nodes are not proved. A pixel without data needs no proof.
 template <typename T>
 rectangle unproved(const window<T>& w, const image2d<unsigned>& number, const image2d<bool>& proved,
                    const rectangle& r) {
@@ -85,13 +86,12 @@ rectangle unproved(const window<T>& w, const image2d<unsigned>& number, const im
 
 }  // namespace internal
 
-/// Writes what is in doubt in `planes`, one for each of `thresholds`, and leaves in doubt what `w` does not prove.
-///
+/// Writes the pixels in doubt of `planes`, one plane for each threshold; those that `w` does not prove stay in doubt.
 /// Cost: one tree; for each threshold two walks over the nodes and two over the pixels in doubt.
 ///
 /// \param A     the attribute: area or diagonal.
-/// \param scene the whole, of which `w` is a part. If it is all of it, nothing stays in doubt.
-/// \pre   All that is in doubt lies in `w`.
+/// \param scene the whole, of which `w` is a part. If `w` is all of it, nothing stays in doubt.
+/// \pre   all that is in doubt lies in `w`.
 /// \throws std::bad_alloc
 template <typename A, typename T>
 void filter_window(direction d, const window<T>& w, const rectangle& scene, const neighb2d& neighborhood,

@@ -8,7 +8,7 @@ namespace qel {
 
 namespace scene {
 
-/// The sides of a window that lie inside its scene: inner edges. A side on the edge of the scene is none.
+/// The inner edges of a window: its sides that lie inside the scene, not on the edge of it.
 struct inner_edges {
   bool top = false;     ///< the scene has rows above
   bool bottom = false;  ///< the scene has rows below

@@ -2,8 +2,8 @@
 #ifndef QEL_SCENE_RECTANGLE_HPP
 #define QEL_SCENE_RECTANGLE_HPP
 
-// Places in a scene: whole scene, blocks, windows around them. Counted in pixels from the scene's top left corner, in 64
-// bits: a scene has more rows and columns than an image of the library can have.
+// Places in a scene: the scene, blocks, windows around them. In pixels from the scene's top left corner, in 64 bits: a
+// scene may have more rows and columns than an image.
 
 #include <algorithm>
 #include <cstdint>
@@ -15,22 +15,27 @@ namespace scene {
 
 /// `rows` x `cols` pixels from row `row` and column `col` on; empty without rows or columns.
 struct rectangle {
-  std::int64_t row = 0;
-  std::int64_t col = 0;
-  std::int64_t rows = 0;
-  std::int64_t cols = 0;
+  std::int64_t row = 0;   ///< first row
+  std::int64_t col = 0;   ///< first column
+  std::int64_t rows = 0;  ///< number of rows
+  std::int64_t cols = 0;  ///< number of columns
 
+  /// The row behind the last.
   std::int64_t end_row() const { return row + rows; }
+  /// The column behind the last.
   std::int64_t end_col() const { return col + cols; }
+  /// Number of pixels.
   std::int64_t pixels() const { return rows * cols; }
+  /// Whether there are no pixels.
   bool empty() const { return rows <= 0 || cols <= 0; }
 
+  /// Compares the four numbers, of empty rectangles too.
   friend bool operator==(const rectangle& a, const rectangle& b) {
     return a.row == b.row && a.col == b.col && a.rows == b.rows && a.cols == b.cols;
   }
 };
 
-/// What lies in both; perhaps empty.
+/// What lies in both; may be empty.
 inline rectangle intersection(const rectangle& a, const rectangle& b) {
   const std::int64_t row = std::max(a.row, b.row);
   const std::int64_t col = std::max(a.col, b.col);
@@ -51,7 +56,7 @@ inline rectangle window_around(const rectangle& r, std::int64_t overlap, const r
   return intersection({r.row - overlap, r.col - overlap, r.rows + 2 * overlap, r.cols + 2 * overlap}, scene);
 }
 
-/// `region` cut into blocks of `side` x `side` pixels, those at its right and lower end perhaps smaller; row by row.
+/// `region` cut into blocks of `side` x `side` pixels, row by row; the last ones of a row or column may be smaller.
 inline std::vector<rectangle> blocks_of(const rectangle& region, std::int64_t side) {
   std::vector<rectangle> blocks;
   for (std::int64_t row = region.row; row < region.end_row(); row += side)

@@ -13,7 +13,7 @@ namespace qel {
 
 namespace scene {
 
-/// Rows or columns of a window: those of an image with the border that it gets when none is asked for.
+/// The most rows or columns of a window: those of an image with the usual border.
 inline constexpr auto longest_side = static_cast<std::int64_t>(greatest_length(3));
 
 /// A part of a scene that has been read, as an image whose first site is (0, 0).
@@ -23,9 +23,12 @@ struct window {
   image2d<T> values;             ///< all pixels
   image2d<unsigned char> valid;  ///< 0 where the scene has no data; no image if there are data everywhere
 
+  /// No pixels.
   window() = default;
+  /// The pixels of `place_`, not set. \throws std::bad_alloc
   explicit window(const rectangle& place_) : place(place_), values(domain()) {}
 
+  /// The sites of all pixels.
   box2d domain() const { return {point2d(0, 0), site(place.end_row() - 1, place.end_col() - 1)}; }
 
   /// The site of a pixel of the scene. \pre the window has it.

@@ -2,15 +2,14 @@
 #ifndef QEL_TRACE_TRACE_HPP
 #define QEL_TRACE_TRACE_HPP
 
-// A nested, timed outline of the operations that run, on `std::cout`; off unless `trace::quiet` is set to
-// false.
+// A nested, timed outline of the operations that run, on `std::cout`; off until you set `trace::quiet` to false.
 //
-// Each traced operation opens a scope by `entering` with its name and closes it by `exiting` with the same
-// name. A scope that is closed twice, or under another name, is told on `std::cerr`, and tracing goes off.
+// An operation opens a scope by `entering` with its name and closes it by `exiting` with the same name. Closing a scope
+// twice, or by another name, prints an error on `std::cerr` and turns tracing off.
 //
-// The state is process-wide and without locks: one thread may trace, while no other runs anything of the library. While
-// `quiet` is true nothing is written, and any number of threads may run, each on its own images. Cost when quiet: one
-// test, and the caller's temporary string.
+// The state belongs to the process and has no locks: while one thread traces, no other may run anything of the library.
+// While `quiet` is true nothing is written, and any number of threads may run, each on its own images. Cost when quiet:
+// one test, and the caller's temporary string.
 
 #include <ctime>
 #include <iostream>
@@ -19,7 +18,7 @@
 
 namespace qel {
 
-/// A timed outline of the operations that run, on `std::cout`, for debugging; off by default.
+/// A timed outline of the operations that run, for debugging.
 namespace trace {
 
 inline bool quiet = true;        ///< when true, `entering` and `exiting` do nothing
@@ -30,7 +29,7 @@ namespace internal {
 
 inline unsigned max_tab = 0;   ///< `tab` just after the latest `entering`
 inline timespec start_time{};  ///< reserved
-inline bool is_quiet = quiet;  ///< what `resume` restores; one value, so stretches can't be nested
+inline bool is_quiet = quiet;  ///< what `resume` restores; one value: `suspend` does not nest
 
 }  // namespace internal
 
@@ -63,7 +62,7 @@ inline void close_scope(const std::string& scope) {
 
 /// Prints the seconds since the opening of the innermost scope, unless the clock has not moved.
 inline void print_elapsed() {
-  // Without an open scope there is no time to tell. Only a caller's surplus `exiting` gets here with none.
+  // Empty only after a surplus `exiting` of the caller.
   if (start_times.empty()) return;
   const std::clock_t now = std::clock();
   if (now < start_times.top()) {
@@ -77,7 +76,7 @@ inline void print_elapsed() {
 
 }  // namespace internal
 
-/// Opens the scope of this name.
+/// Opens the scope `scope`.
 inline void entering(const std::string& scope) {
   if (quiet) return;
   start_times.push(std::clock());
@@ -90,8 +89,7 @@ inline void entering(const std::string& scope) {
   internal::max_tab = ++tab;
 }
 
-/// Closes the scope of this name, the latest one that is open. A scope without inner scopes closes on its own
-/// line.
+/// Closes the innermost scope, `scope`. One without inner scopes closes on its own line.
 inline void exiting(const std::string& scope) {
   if (quiet) return;
   internal::close_scope(scope);

@@ -38,7 +38,7 @@ typename A::result result_of(const elements<A>& some) {
   return a.to_result();
 }
 
-// Small random elements: all float sums are exact, so the order of merging does not matter.
+// Small random elements: all float sums are exact, so the order of merging does not show.
 void set_random(point2d& p, support::random_engine& engine) {
   p = point2d(0, 0) + dpoint2d(support::below(40, engine), -static_cast<int>(support::below(40, engine)));
 }

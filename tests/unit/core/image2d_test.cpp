@@ -15,7 +15,7 @@ namespace {
 
 using namespace unit;
 
-// A wider border leaves fewer coordinates to the image, and none still leaves one to the end of a walk.
+// A wider border leaves fewer coordinates to the image. Without a border, the end of a walk takes one.
 TEST(image2d, the_border_counts_for_the_range_of_coordinates) {
   for (const auto& [border, greatest] : {std::pair{10u, 32758}, {3u, 32765}, {0u, 32767}}) {
     const auto n = static_cast<std::size_t>(greatest);
@@ -28,7 +28,7 @@ TEST(image2d, the_border_counts_for_the_range_of_coordinates) {
   EXPECT_EQ(beyond.domain().nsites(), 327660u);
 }
 
-// 4.3 billion bytes, of which a few pages are touched: counts fit 32 bits, sizes in bytes and places in memory do not.
+// 4.3 billion bytes, of which a few pages are touched: counts fit into 32 bits, sizes in bytes and places do not.
 TEST(image2d, the_largest_image_is_addressed_beyond_32_bits) {
   image2d<int> ima(box2d({0, 0}, {32764, 32764}));
   EXPECT_EQ(ima.domain().nsites(), 1073545225u);
@@ -43,8 +43,8 @@ TEST(image2d, the_largest_image_is_addressed_beyond_32_bits) {
   EXPECT_EQ(ima.delta_index(dpoint2d(32764, 32764)), 32764 * 32771 + 32764);
 }
 
-// The row table is biased by the first row and column: the cases put coordinate 0 in the padded box, before
-// and behind it. The sanitizers look at every access.
+// Row and column of the first site shift the row table: coordinate 0 lies in the padded box, before it or behind it.
+// The sanitizers see every access.
 TEST(image2d, every_site_of_the_padded_box_is_the_element_of_its_index) {
   for (const point2d& pmin : {point2d(0, 0), {-1, -2}, {4, 90}, {500, -300}, {-500, 300}, {-32765, 32760}})
     for (const auto& [bdr, rows, cols] : {std::tuple{0, 1, 1}, {0, 3, 5}, {3, 1, 1}, {3, 4, 2}}) {

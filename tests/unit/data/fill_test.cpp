@@ -20,7 +20,7 @@ namespace attribute = qel::morpho::attribute;
 
 const box2d two_rows({-1, 4}, {0, 6});
 
-/// Fills images of D from others whose element number j is make(j). The border is copied with the whole block only:
+/// Fills images of D from others whose element number j is make(j). Only a copy of the whole block copies the border:
 /// between equal borders and elements of one size.
 template <typename D, typename F>
 void check_fill(F make) {

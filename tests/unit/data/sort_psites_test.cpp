@@ -16,7 +16,7 @@ template <typename T>
 class sort_psites : public ::testing::Test {};
 TYPED_TEST_SUITE(sort_psites, tree_types, support::value_type_names);
 
-/// 8 bits keep raster order both ways; the falling order of any other type mirrors the rising one.
+/// 8-bit integers keep raster order both ways; the falling order of any other type mirrors the rising one.
 template <typename T>
 void expect_sorted(const image2d<T>& ima) {
   sites rising = walk(box2d::fwd_piter(ima.domain()));
@@ -34,7 +34,7 @@ TYPED_TEST(sort_psites, equals_a_stable_sort_of_the_raster_order) {
   expect_sorted(image(support::random_image<TypeParam>(256, 256, support::flavour::full_range, engine)));
 }
 
-// Whatever digits a sort goes by, the values differ by one in none but the highest or in all below it.
+// The values differ by one, in the highest bit alone or in all below it: a sort that skips a digit fails.
 TYPED_TEST(sort_psites, looks_at_every_bit) {
   using T = TypeParam;
   for (int bit = 0; bit < std::numeric_limits<T>::digits; ++bit) {

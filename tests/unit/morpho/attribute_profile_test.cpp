@@ -25,7 +25,7 @@ template <typename T>
 class attribute_profile : public ::testing::Test {};
 TYPED_TEST_SUITE(attribute_profile, support::value_types, support::value_type_names);
 
-// So many thresholds that the planes of one tree go out in several groups.
+// With so many thresholds the planes of one tree go out in several groups.
 TYPED_TEST(attribute_profile, needs_no_host_and_is_the_same_in_every_sink) {
   for_random_images<TypeParam>([](const image2d<TypeParam>& f, auto&) {
     const std::vector<unsigned> thresholds = {2, 1, 5, 9, 30, 4, 3, 7, 2};
@@ -39,7 +39,7 @@ TYPED_TEST(attribute_profile, needs_no_host_and_is_the_same_in_every_sink) {
     area_profile(f, thresholds, raster);
     EXPECT_EQ(raster.position(), block.data() + block.size());
 
-    // The oracle writes columns: those of the image turned round are its rows.
+    // The oracle writes columns: those of the transposed image are the rows.
     const oracle::slow_profile<TypeParam> slow(support::transposed(rows), 8);
     EXPECT_EQ(block, slow.planes("area", {thresholds.begin(), thresholds.end()}, "max"));
     std::vector<TypeParam> all;
@@ -49,7 +49,7 @@ TYPED_TEST(attribute_profile, needs_no_host_and_is_the_same_in_every_sink) {
   });
 }
 
-// A fill of one element leaves its scope open: no step of a profile may make an image so small.
+// A fill of one element leaves its scope open: no step of a profile makes an image so small.
 TEST(attribute_profile_trace, of_a_constant_image_is_that_of_another) {
   const auto outline = [](int second) {
     image2d<int> f(box2d({0, 0}, {0, 1}));

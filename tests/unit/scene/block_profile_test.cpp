@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Scenes in blocks against one computation on the whole, on small scenes by the thousand.
+// Scenes in blocks against one computation on the whole: small scenes by the thousand.
 
 #include <qel/scene/block_profile.hpp>
 
@@ -33,8 +33,8 @@ constexpr unsigned long seed = 20261121;
 template <typename T>
 constexpr int turns = sizeof(T) == 1 ? 2000 : 400;
 
-/// Corridors one pixel wide that run through the whole scene: a serpentine, or a comb with a back and teeth. `relief`
-/// gives them small steps, so that regions end within them.
+/// Corridors one pixel wide through the whole scene: a serpentine, or a comb with a back and teeth. `relief` gives them
+/// small steps, so that regions end within them.
 template <typename T>
 matrix<T> corridors(std::size_t rows, std::size_t cols, bool relief, random_engine& engine) {
   const bool comb = below(2, engine) == 0;
@@ -188,7 +188,7 @@ TYPED_TEST(blocks, equal_the_whole_scene_under_every_rule) {
       ASSERT_EQ(got[plane], t.filtered(rule, t.reaches(lambdas[plane % 2]))) << "plane " << plane;
     }
   }
-  // Neither would find a fault: blocks that are all proved at once, or all read to the end.
+  // Blocks that are all proved at once, or all read to the end, would find no fault.
   EXPECT_GT(total.read_again, total.blocks / 10);
   EXPECT_LT(total.read_again, total.blocks * 9 / 10);
   EXPECT_LT(refused, turns<T> / 2);
@@ -232,7 +232,7 @@ TYPED_TEST(blocks, proof_is_where_two_filters_agree) {
   }
 }
 
-/// A corridor of 1000 pixels through blocks of 10: what the limit does not let prove is told, not guessed.
+/// A corridor of 1000 pixels through blocks of 10: what the limit does not let prove is an error, not a guess.
 TEST(block_limits, what_can_not_be_proved_is_an_error) {
   const matrix<std::uint8_t> m{3, 1000, std::vector<std::uint8_t>(3000, 7)};
   const rectangle scene = all_of(m);
@@ -246,7 +246,7 @@ TEST(block_limits, what_can_not_be_proved_is_an_error) {
     return report.largest_overlap;
   };
   EXPECT_EQ(run(42, 42), 2);
-  EXPECT_EQ(run(600, 650), 103);    // 128 would be 266 columns; 216 are what fits
+  EXPECT_EQ(run(600, 650), 103);    // 128 would be 266 columns; 216 fit
   EXPECT_EQ(run(3001, 3000), 512);  // the whole scene
   try {
     run(600, 599);

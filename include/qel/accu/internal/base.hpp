@@ -16,8 +16,8 @@ namespace internal {
 
 /// The base of the accumulator E with results of type R.
 ///
-/// An accumulator stands in for its result: wherever a value of R is expected it is computed there and then.
-/// So an image of accumulators becomes an image of results by plain element assignment.
+/// An accumulator stands in for its result, which is computed where a value of R is expected: an image of accumulators
+/// becomes an image of results by assignment of elements.
 template <typename R, typename E>
 struct base : Accumulator<E>, qel::internal::proxy_impl<R, E> {
   using result = std::remove_cv_t<std::remove_reference_t<R>>;

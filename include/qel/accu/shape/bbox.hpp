@@ -21,7 +21,7 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
   /// A site.
   using argument = P;
 
-  /// The old box stays behind; the next site replaces it.
+  /// Back to no sites; the old box stays until the next site replaces it.
   void init() { valid_ = false; }
 
   /// Grows the box as far as `p`.
@@ -51,7 +51,7 @@ struct bbox : accu::internal::base<const box<P>&, bbox<P>> {
   bool is_valid() const { return valid_; }
 
  private:
-  /// Least and greatest without a branch: which sites grow a box can't be guessed.
+  /// Without a branch: a processor can't guess which sites grow a box.
   void grow(const P& pmin, const P& pmax) {
     for (unsigned i = 0; i < 2; ++i) {
       box_.pmin()[i] = std::min(box_.pmin()[i], pmin[i]);

@@ -11,14 +11,14 @@ namespace accu {
 
 namespace shape {
 
-/// Moment of inertia of a set of sites: (mu20 + mu02) / m^2, with m the number of sites and mu20 and mu02 the
-/// second central moments of the row and column coordinates. It does not grow with scale: about 1 / (2 pi)
-/// for a disc, more for anything elongated, 0 for one site.
+/// Moment of inertia of a set of sites: (mu20 + mu02) / m^2, with m the number of sites, mu20 and mu02 the second
+/// central moments of the row and column coordinates. It does not grow with scale: about 1 / (2 pi) for a disc, more
+/// for anything elongated, 0 for one site.
 ///
-/// The moments come from raw sums, sum(x^2) - sum(x)^2 / m, so that one pass suffices and two accumulators
-/// merge by adding their fields. The sums are kept in single precision: the order of the additions is part of
-/// the result. A large component in a large image loses low digits, a small one far from the origin more than that:
-/// three sites in column 4791 come to -0.67 in place of 0.22. Nothing is clamped.
+/// The moments come from raw sums, sum(x^2) - sum(x)^2 / m: one pass, and two accumulators merge by adding their
+/// fields. The sums are `float`: the order of the additions is part of the result. A large component loses low digits,
+/// a small one far from the origin more than that: rows 0 to 2 of column 4791 give -0.67 in place of 0.22. Nothing is
+/// clamped.
 template <typename P>
 struct inertia2d : accu::internal::base<float, inertia2d<P>> {
   /// A site.
@@ -37,7 +37,7 @@ struct inertia2d : accu::internal::base<float, inertia2d<P>> {
     }
   }
 
-  /// Adds the sums of `other`, whose sites are others.
+  /// Adds the sums of `other`. \pre no site is in both.
   void take(const inertia2d& other) {
     count_ += other.count_;
     for (unsigned i = 0; i < 2; ++i) {

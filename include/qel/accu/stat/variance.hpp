@@ -15,9 +15,9 @@ namespace stat {
 /// Population variance of a set of integers T: the mean of the squares less the square of the mean, with sums
 /// kept in S and the result given in R.
 ///
-/// Each square is formed in the integer type that T promotes to and wraps there, from 46341 on for `unsigned short`
-/// and `int`, from 65536 on for `unsigned`: a variance of large values can be negative. So can one of nearly equal
-/// values, by rounding. Nothing is clamped.
+/// Each square is formed in the integer type that T promotes to and wraps there, from 46341 on for `unsigned short` and
+/// `int`, from 65536 on for `unsigned`: a variance of large values can be negative. Rounding can make one of nearly
+/// equal values negative. Nothing is clamped.
 template <typename T, typename S, typename R>
 struct variance : accu::internal::base<R, variance<T, S, R>> {
   /// A grey level.

@@ -8,14 +8,13 @@ namespace qel {
 
 /// A rectangle of sites between two inclusive corners.
 ///
-/// A model offers `pmin()`, `pmax()` and `is_valid()`; from these come the lengths, the number of sites and
-/// the box itself as its own bounding box.
+/// A model offers `pmin()`, `pmax()` and `is_valid()`. This class adds lengths, number of sites and bounding box.
 template <typename E>
 struct Box : Site_Set<E> {
   /// Number of sites along coordinate `i` (0: rows, 1: columns); 0 for an invalid box.
   ///
-  /// Computed in 32 bits, so that the full range of a 16-bit coordinate gives 65536. A box that is valid by
-  /// its rows alone may have its columns the wrong way round; its length wraps then.
+  /// 32 bits hold 65536, the full range of a 16-bit coordinate. Valid rows may come with columns the wrong way round:
+  /// their length wraps.
   unsigned len(unsigned i) const {
     const E& b = exact();
     if (!b.is_valid()) return 0;

@@ -22,8 +22,8 @@ struct Function_v2v : Function<E> {
 
 /// A function from a value to a truth value.
 ///
-/// The inheritance is virtual so that a class may be both this and another kind of `Function_v2v`. The price:
-/// the downcast to the exact class starts here, not at `Function_v2v`.
+/// Virtual inheritance lets a class be this and another kind of `Function_v2v`. The price: the downcast to the exact
+/// class starts here, not at `Function_v2v`.
 template <typename E>
 struct Function_v2b : virtual Function_v2v<E> {
  protected:

@@ -11,11 +11,10 @@ namespace qel {
 /// A model has the types `value`, `lvalue`, `rvalue`, `site`, `psite` and `domain_t`, and offers
 /// `is_valid()`, `domain()`, `has(p)`, and `operator()(p)` in a const and a non-const form.
 ///
-/// Algorithms that make images also need default construction, `init_(box, border)`, `border()`, and the type functions
-/// `trait::ch_value` and `trait::concrete`. Those that fill, copy or count (`data::fill`, `duplicate`, `histo`) need
-/// the properties of `trait::image_` and, since all images of the library lie in one block, `buffer()`, `nelements()`,
-/// `element(i)` and `point_at_index(i)`; in the block a row of the domain follows the last after twice the border. So do
-/// the nodes of a tree on their own (`morpho::tree::node_tree`).
+/// An algorithm that makes images also needs default construction, `init_(box, border)`, `border()`, and the type
+/// functions `trait::ch_value` and `trait::concrete`. One that fills, copies or counts (`data::fill`, `duplicate`,
+/// `histo`), and `morpho::tree::node_tree`, also needs the properties of `trait::image_` and one block of elements:
+/// `buffer()`, `nelements()`, `element(i)`, `point_at_index(i)`. Twice the border lies between two rows of the domain.
 template <typename E>
 struct Image : Object<E> {
  protected:

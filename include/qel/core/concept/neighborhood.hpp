@@ -6,8 +6,7 @@
 
 namespace qel {
 
-/// A window whose displacements lead to the neighbours of a site; a model offers `win()` and the type
-/// `niter`.
+/// A window whose displacements lead to the neighbours of a site; a model offers `win()` and the type `niter`.
 template <typename E>
 struct Neighborhood : Object<E> {
  protected:

@@ -4,17 +4,16 @@
 
 // The root of the concept classes, and the way from a concept class down to the exact class.
 //
-// A concept class is an empty base, generic over the exact class E that derives from it. An algorithm takes
-// `const Image<I>&` rather than a bare `const I&`: the signature says what it needs, overloads can be told
-// apart, and nothing is dispatched at run time.
+// A concept class is an empty base, generic over the exact class E that derives from it. An algorithm that takes
+// `const Image<I>&` says what it needs, overloads can be told apart, and nothing is dispatched at run time.
 
 /// Images, site sets, neighbourhoods, component trees, attributes and filters.
 namespace qel {
 
-/// What every class of the library can be seen as.
+/// The base of every class of the library.
 template <typename E>
 struct Object {
-  /// The class that is behind the concept.
+  /// The exact class behind the concept.
   using exact_t = E;
 
  protected:

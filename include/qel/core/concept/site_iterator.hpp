@@ -10,12 +10,11 @@ namespace qel {
 ///
 ///     for (p.start(); p.is_valid(); p.next()) ima(p) = ...;
 ///
-/// The exact class gives `start_()`, `next_()`, `is_valid_()` and `invalidate_()`, and the pointer to its
-/// target through `target_()`. An iterator without a target is invalid; one with a target can be started
-/// again at any time.
+/// The exact class gives `start_()`, `next_()`, `is_valid_()`, `invalidate_()`, and the pointer to its target by
+/// `target_()`. An iterator without a target is invalid; one with a target can start again at any time.
 ///
-/// The walks of the library stand in for their current site, also had as `to_site()`, and a walk over a site set can
-/// be sent over another one by `change_target(s)`.
+/// An iterator of the library stands in for its current site, `to_site()`. `change_target(s)` sends one over a site set
+/// over another set.
 template <typename E>
 struct Site_Iterator : Site_Proxy<E> {
   /// Goes to the first site. \pre the iterator has a target.

@@ -6,7 +6,7 @@
 
 namespace qel {
 
-/// Whatever stands in for a site: site iterators and stored positions.
+/// Stands in for a site: a site iterator or a stored position.
 ///
 /// A model offers `subj_()`, one step towards the site, and converts to a constant reference to it.
 template <typename E>

@@ -16,8 +16,7 @@ namespace convert {
 /// Overloads by source and target.
 namespace over_load {
 
-/// Makes `win` the window of the truth values in a 3 x 3 table, row by row from the top left, with the centre
-/// in the middle.
+/// Makes `win` the window of a 3 x 3 table, row by row: true entries are displacements, the centre the null one.
 template <unsigned n>
 void from_to_(const bool (&values)[n], window2d& win) {
   static_assert(n == 9, "from_to_: a table of 3 x 3 values is needed");

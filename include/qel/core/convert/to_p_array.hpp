@@ -10,12 +10,12 @@ namespace qel {
 
 namespace convert {
 
-/// All sites of the box `s` in raster order, as an array.
+/// All sites of the box `s` in raster order, as an array. Cost: one pass.
 ///
-/// The walk takes no notice of the box's validity, so the array of an invalid box is not empty. Nor does it ask for
-/// the number of sites, which wraps where the columns are the wrong way round: the array grows as it is filled.
-/// Cost: one pass.
+/// The walk ignores validity: the array of an invalid box may have sites. The array grows as it is filled, because the
+/// number of sites wraps where the columns are the wrong way round.
 ///
+/// \pre    the last row of `s` is not 32767: see `box_fwd_piter_`.
 /// \throws std::bad_alloc
 inline p_array2d to_p_array(const box2d& s) {
   p_array2d result;

@@ -8,8 +8,7 @@ namespace qel {
 
 namespace internal {
 
-/// Gives the class E, which keeps `n` coordinates of type C in `coord_`, their names and their access by
-/// number.
+/// Gives the class E, which keeps `n` coordinates of type C in `coord_`, `row()`, `col()` and access by number.
 template <unsigned n, typename C, typename E>
 struct mutable_coord_impl_;
 

@@ -4,16 +4,14 @@
 
 // The record behind the handles of an `image2d`.
 //
-// A value is reached by two loads, `array_[row][col]` with absolute coordinates, negative ones in the border
-// included: no subtraction for each access. That asks for a table pointer and row pointers that stand at
-// coordinate 0 of their axis. A pointer may not leave its block, not even unread, so both blocks are made
-// large enough to contain coordinate 0: an image whose padded box does (every image with a border that starts
-// at (0, 0) does) pays nothing, and one far from the origin pays some unused elements before or behind its
-// values. The alternatives lost: addresses kept as integers hide from the optimiser what points where, and an
-// index needs a multiplication.
+// `array_[row][col]` takes absolute coordinates, negative ones in the border included: two loads, no subtraction. So
+// the table and each row pointer stand at coordinate 0 of their axis. A pointer may not leave its block, not even
+// unread, so both blocks contain coordinate 0. An image with a border that starts at (0, 0) pays nothing for it, one
+// far from the origin some unused elements. Addresses kept as integers would hide from the optimiser what points where;
+// an index would need a multiplication.
 //
-// One element more lies before the values, so that a walk can stand before the first one (`fwd_pixter2d`). A box
-// without sites gets one row of one unused element, so that its corner has an address like any other.
+// One more element lies before the values, for a walk that stands before the first one (`fwd_pixter2d`). A box without
+// sites gets one row of one unused element, so that its corner has an address.
 
 #include <qel/core/box2d.hpp>
 #include <qel/core/dpoint2d.hpp>
@@ -34,8 +32,8 @@ class image2d;
 
 namespace internal {
 
-/// How many unused entries a block of `len` entries, the first of which is that of coordinate `first`, needs
-/// before and behind them, so that the place of coordinate 0 is in the block (or one past it).
+/// The unused entries before and behind a block of `len` entries, the first of which is that of coordinate `first`:
+/// with them the place of coordinate 0 is in the block, or one past it.
 struct origin_padding {
   origin_padding(std::ptrdiff_t first, std::size_t len)
       : before(first > 0 ? static_cast<std::size_t>(first) : 0),
@@ -47,8 +45,8 @@ struct origin_padding {
 
 template <typename T>
 struct data<image2d<T>> {
-  /// \throws std::bad_alloc; std::bad_array_new_length for a padded box whose columns are the wrong way round, or with
-  ///         more sites than 32 bits number: its rows would not lie in one block.
+  /// \throws std::bad_alloc; std::bad_array_new_length if the padded box has its columns the wrong way round, or more
+  ///         sites than 32 bits number: its rows would not lie in one block.
   data(const box2d& b, unsigned bdr) : b_(b), bdr_(bdr) {
     const dpoint2d thickness(bdr, bdr);
     vb_ = box2d(b.pmin() - thickness, b.pmax() + thickness);
@@ -70,7 +68,7 @@ struct data<image2d<T>> {
   }
 
  private:
-  // Released from the last to the first: the values, then the table.
+  // Released in reverse order: the values, then the table.
   std::unique_ptr<T*[]> table_;
   std::unique_ptr<T[]> values_;
 

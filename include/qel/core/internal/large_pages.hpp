@@ -5,9 +5,8 @@
 // Large pages for large blocks.
 //
 // Fresh memory costs a page fault for each page at its first touch. With pages of 4 kB these are a quarter of the time
-// of a profile of an `int` image; with pages of 2 MB next to nothing. A system that gives large pages only when asked
-// (Linux, with transparent huge pages on "madvise", as Debian has it) is asked here. It is advice: where there are no
-// large pages nothing changes.
+// of a profile of an `int` image; with pages of 2 MB next to nothing. Linux with transparent huge pages on "madvise",
+// as on Debian, gives large pages only when asked. This asks. It is advice: without large pages nothing changes.
 
 #include <cstddef>
 #include <cstdint>
@@ -20,12 +19,12 @@ namespace qel {
 
 namespace internal {
 
-/// Asks for large pages within the `bytes` bytes from `first` on, none of which has been touched yet.
+/// Asks for large pages within the `bytes` bytes from `first` on, which nothing has touched yet.
 inline void advise_large_pages([[maybe_unused]] void* first, [[maybe_unused]] std::size_t bytes) {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
   constexpr std::uintptr_t page = std::uintptr_t{2} << 20;
   if (bytes < 2 * page) return;
-  // Only whole pages within the block; the distances are taken as numbers, the address from the block's own pointer.
+  // Whole pages within the block only. Distances are numbers; the address comes from the block's own pointer.
   const auto before = (page - reinterpret_cast<std::uintptr_t>(first) % page) % page;
   const auto whole = (bytes - before) / page * page;
   madvise(static_cast<unsigned char*>(first) + before, whole, MADV_HUGEPAGE);

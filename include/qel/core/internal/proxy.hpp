@@ -4,9 +4,8 @@
 
 // Objects that stand in for others.
 //
-// A proxy gives its subject by `subj_()`, which may be a proxy itself: an iterator over a site array stands
-// for a stored position, and that for a site. The conversion follows the chain to the end, statically, with
-// no lookup.
+// A proxy gives its subject by `subj_()`. The subject may be a proxy: an iterator over a site array stands for a stored
+// position, and that for a site. The conversion follows the chain at compile time.
 
 #include <qel/core/concept/object.hpp>
 
@@ -24,8 +23,7 @@ template <typename Subject, typename E>
 inline constexpr bool reaches_subject =
     std::is_same_v<bare_t<decltype(std::declval<const E&>().subj_())>, bare_t<Subject>>;
 
-/// From an object of class E to the Subject at the end of its chain; the last argument tells that one step is
-/// enough.
+/// From an object of class E to the Subject at the end of its chain; `last` tells that one step is enough.
 template <typename Subject, typename E, bool last>
 struct helper_get_proxy_impl;
 
@@ -42,7 +40,6 @@ struct helper_get_proxy_impl<Subject, E, false> {
   }
 };
 
-/// Gives E the conversion to its Subject.
 template <typename Subject, typename E>
 struct get_proxy_impl {
   operator Subject() const {  // NOLINT(google-explicit-constructor): standing in for the subject is the point
@@ -53,7 +50,6 @@ struct get_proxy_impl {
   get_proxy_impl() = default;
 };
 
-/// States that E is a proxy of a Subject.
 template <typename Subject, typename E>
 struct proxy_impl : get_proxy_impl<Subject, E> {
  protected:

@@ -9,8 +9,7 @@ namespace qel {
 
 namespace internal {
 
-/// What a stored position derives from: it can be used wherever a Subject, a constant reference to a site, is
-/// asked for.
+/// The base of a stored position: it converts to Subject, a constant reference to a site.
 template <typename Subject, typename E>
 struct pseudo_site_base_ : Site_Proxy<E>, proxy_impl<Subject, E> {
  protected:

@@ -9,16 +9,14 @@ namespace qel {
 
 namespace internal {
 
-/// What all site iterators share: the exact class E walks over a target of type S and stands in for its
-/// current site.
+/// The base of all site iterators: the exact class E walks over a target of type S and stands in for its current site.
 template <typename S, typename E>
 struct site_iterator_base : Site_Iterator<E>, proxy_impl<const typename S::site&, E> {
   using site = typename S::site;
 
-  /// What is walked over, or null.
   const S* target_() const { return force_exact<E>(*this).s_; }
 
-  /// The current site; it changes with the next step, so copy it to keep it.
+  /// The current site. It changes with the next step: copy it to keep it.
   const site& to_site() const { return *this; }
 
  protected:

@@ -10,8 +10,8 @@ namespace internal {
 
 /// A walk over the sites that the numbered displacements of the target S reach from a centre.
 ///
-/// The centre is a live reference: when the centre iterator steps, so does the centre, and the next `start()`
-/// walks around the new one. S tells how many displacements there are by `size()`; the exact class gives `dp_(i)`.
+/// The centre is a live reference: when the centre iterator steps, the next `start()` walks around the new centre.
+/// `size()` of S is the number of displacements; the exact class gives `dp_(i)`.
 template <typename S, typename E>
 struct site_relative_iterator_base : site_set_iterator_base<S, E> {
   using psite = typename S::psite;

@@ -6,7 +6,7 @@
 
 namespace qel {
 
-/// Hooks that some classes have and others do without.
+/// Hooks that a class may lack.
 namespace if_possible {
 
 namespace internal {
@@ -21,8 +21,7 @@ void change_target(Psite&, const S&, long) {}
 
 }  // namespace internal
 
-/// Tells a stored position which set it now belongs to. A position that has no `change_target`, as a plain site,
-/// belongs to none.
+/// Tells a stored position which set it now belongs to. A plain site has no `change_target` and belongs to none.
 template <typename Psite, typename S>
 void change_target(Psite& p, const S& s) {
   internal::change_target(p, s, 0);
@@ -32,8 +31,8 @@ void change_target(Psite& p, const S& s) {
 
 namespace internal {
 
-/// An iterator over a target S, a site set or what reaches sites from a centre, that keeps the target and its current
-/// position. The target stays the caller's, who keeps it alive and unchanged during the walk.
+/// An iterator over a target S, a site set or what reaches sites from a centre, with its current position. The caller
+/// keeps the target alive and unchanged during the walk.
 template <typename S, typename E>
 struct site_set_iterator_base : site_iterator_base<S, E> {
   /// Binds the iterator to `s`; it is invalid until `start()`.

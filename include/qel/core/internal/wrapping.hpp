@@ -4,8 +4,8 @@
 
 // Integer arithmetic modulo 2^width without signed overflow.
 //
-// Signed overflow is undefined in C++; unsigned arithmetic wraps. Each operation here is done in the unsigned
-// type of the promoted operand and cast back, which gives the bits that a two's complement processor gives.
+// Signed overflow is undefined in C++; unsigned arithmetic wraps. Each operation runs in the unsigned type of the
+// promoted operand and casts back, which gives the bits of a two's complement processor.
 
 #include <qel/core/internal/narrowed.hpp>
 
@@ -38,8 +38,8 @@ constexpr T difference(T a, T b) {
     return a - b;
 }
 
-/// `a * a` in the type that T promotes to, modulo 2^(width of that type). So the square of the `unsigned
-/// short` 65535 is computed in `int` and is negative.
+/// `a * a` in the type that T promotes to, modulo 2^(width of that type). The square of the `unsigned short` 65535 is
+/// computed in `int`, and is negative.
 template <typename T>
 constexpr promoted_t<T> wrapping_square(T a) {
   static_assert(std::is_integral_v<T>, "wrapping_square: an integer type is needed");

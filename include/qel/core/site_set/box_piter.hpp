@@ -12,8 +12,8 @@ namespace qel {
 
 /// Visits all sites of a box in raster order: rows from the top, columns from the left. A Site_Iterator.
 ///
-/// The end mark is the row after the last, stored in a coordinate's 16 bits and looked for in 32: the walk never ends
-/// on a box whose last row is 32767. An image with a border stops short of it; one without can have that row.
+/// The end mark is the row after the last. It is stored in 16 bits and compared in 32, so the walk never ends on a box
+/// whose last row is 32767. An image with a border stops short of that row; one without can have it.
 template <typename P>
 struct box_fwd_piter_ : internal::site_set_iterator_base<box<P>, box_fwd_piter_<P>> {
   /// A coordinate of a site.
@@ -49,8 +49,7 @@ struct box_fwd_piter_ : internal::site_set_iterator_base<box<P>, box_fwd_piter_<
 
 /// Visits the first site of each row of a box, from the top. A Site_Iterator.
 ///
-/// Here the end mark is stored and looked for in 16 bits, so the walk does end on a box whose last row is
-/// 32767.
+/// Here the end mark is stored and compared in 16 bits: the walk ends on a box whose last row is 32767, too.
 template <typename P>
 struct box_runstart_piter : internal::site_set_iterator_base<box<P>, box_runstart_piter<P>> {
   /// A coordinate of a site.

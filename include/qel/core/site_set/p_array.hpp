@@ -18,7 +18,7 @@ struct p_indexed_fwd_piter;
 template <typename S>
 struct p_indexed_bkd_piter;
 
-/// Sites in an order of the caller's choice: a value, copied with all its sites. Repeated sites are allowed.
+/// Sites in any order, repeated ones too. A copy copies all sites.
 template <typename P>
 struct p_array : Site_Set<p_array<P>> {
   /// A site as it is stored.
@@ -36,24 +36,22 @@ struct p_array : Site_Set<p_array<P>> {
   /// The sites of `vect`, in its order.
   explicit p_array(std::vector<P> vect) : vect_(std::move(vect)) {}
 
-  /// Appends `p`.
-  ///
-  /// \throws std::bad_alloc
+  /// Appends `p`. \throws std::bad_alloc
   void insert(const P& p) { vect_.push_back(p); }
 
   /// Number of sites, reduced to 32 bits.
   unsigned nsites() const { return internal::narrowed<unsigned>(vect_.size()); }
 
-  /// Whether the index of `q` is that of a site; the site itself is not looked at.
+  /// Whether the index of `q` is that of a site; the site of `q` plays no part.
   bool has(const psite& q) const { return q.index() >= 0 && static_cast<unsigned>(q.index()) < nsites(); }
 
   /// Site number `i`. \pre `i < nsites()`.
   const P& operator[](unsigned i) const { return vect_[i]; }
 
-  /// Removes all sites; the memory is kept for the next ones.
+  /// Removes all sites and keeps the memory.
   void clear() { vect_.clear(); }
 
-  /// Always true: no sites are a set, too.
+  /// Always true, also without sites.
   bool is_valid() const { return true; }
 
   /// Bytes: the object and its sites.

@@ -8,8 +8,7 @@
 
 namespace qel {
 
-/// Visits the sites of an array in its order. It ends on the count; the last site visited stays cached.
-/// A Site_Iterator.
+/// Visits the sites of an array in its order. It ends on the count; the last site stays cached. A Site_Iterator.
 template <typename S>
 struct p_indexed_fwd_piter : internal::site_set_iterator_base<S, p_indexed_fwd_piter<S>> {
   /// A walk without a target, invalid until it has one.

@@ -8,8 +8,8 @@ namespace qel {
 
 /// A position in a site array S: an index with the site found there.
 ///
-/// The site is cached, so that reading an image at a position costs no lookup in the array. Past either end
-/// the index is a legal value and the last site stays cached.
+/// The site is cached: to read an image at a position costs no lookup in the array. The index may pass either end; the
+/// last site stays cached then.
 template <typename S>
 struct p_indexed_psite : internal::pseudo_site_base_<const typename S::site&, p_indexed_psite<S>> {
   /// The site that the position stands for and converts to.

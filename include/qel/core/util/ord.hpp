@@ -4,8 +4,8 @@
 
 // The orders of the library: row-major on sites and displacements, less-than on numbers.
 //
-// Tie orders, site arrays and windows all stand on `ord_strict`; with a different order the canonical sites
-// of a tree would be others, and so would the rounding of the float attributes.
+// Tie orders, site arrays and windows stand on `ord_strict`: another order would change the canonical sites of a tree
+// and the rounding of the float attributes.
 
 #include <qel/core/dpoint2d.hpp>
 #include <qel/core/grid.hpp>
@@ -48,7 +48,7 @@ bool ord_weak(const dpoint<G, C>& a, const dpoint<G, C>& b) {
   return !ord_strict(b, a);
 }
 
-/// Row-major, for whatever stands in for a site: no template would look through an iterator.
+/// Row-major, for what stands in for a site: the template does not look through an iterator.
 inline bool ord_strict(const point2d& a, const point2d& b) { return ord_strict<grid::square, short>(a, b); }
 
 /// The same; two equal sites are in order.

@@ -2,12 +2,14 @@
 #ifndef QEL_CORE_UTIL_PRIORITY_BITS_HPP
 #define QEL_CORE_UTIL_PRIORITY_BITS_HPP
 
-// A set of small integers with a fast search for the greatest member: one bit for each integer, and summary layers
-// with one bit for each word below.
+// A set of small integers with a fast search for the greatest member: one bit for each integer, and summary layers with
+// one bit for each word below.
 //
 // Cost: an insertion touches a word of each layer, a removal or a search mostly a word of the lowest one only. A layer
-// divides the range by 64: two layers for 4096 integers, three for 262,144, four for 16 million. The compiler knows how
-// many there are: a third of the flood's time went into keeping it from guessing. Memory: a little over n / 8 bytes.
+// divides the range by 64: two layers hold 4096 integers, three 262,144, four 16 million.
+//
+// Memory: n / 8 bytes for the members and 64^(layers - 1) / 8 for the summaries, whatever n is. With the fewest layers
+// that hold n this is about n / 8 just below a power of 64, and twice that just above.
 
 #include <cstddef>
 #include <cstdint>

@@ -14,9 +14,8 @@ namespace util {
 
 /// A set with two forms: a tree while it is filled, a sorted array once it is read by index.
 ///
-/// The tree drops duplicates and sorts for nothing; the array is read fast for the rest of the set's life.
-/// Going from one form to the other changes the representation and not the value, so a read of a constant set
-/// may do it (which is why a set can't be read from two threads at once).
+/// The tree drops duplicates and sorts; the array reads fast. To go from one form to the other does not change the
+/// value, so a read of a constant set may do it: threads may share a set only once it is frozen.
 template <typename T>
 class set {
  public:

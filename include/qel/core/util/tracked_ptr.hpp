@@ -4,8 +4,7 @@
 
 // A shared pointer that knows all its handles.
 //
-// Cost: copying or destroying a handle is one insertion into, or removal from, an ordered set of a few
-// addresses; it does not depend on the size of the object.
+// Cost: to copy or destroy a handle is an insertion into, or a removal from, an ordered set of a few addresses.
 
 #include <cstddef>
 #include <memory>
@@ -17,12 +16,11 @@ namespace util {
 
 /// A handle on a shared object. All handles on one object share one set, which holds their addresses.
 ///
-/// Invariants between any two operations: `ptr_` is null exactly when `holders_` is; the set holds the
-/// address of every live handle on the object once, so a size of 1 means that this handle is the last. A
-/// handle is known by its address and can't be moved or copied bytewise: a new one starts null and is then
-/// assigned.
+/// Between any two operations: `ptr_` is null exactly when `holders_` is, and the set holds the address of every live
+/// handle on the object once, so a size of 1 means that this handle is the last. A handle is known by its address and
+/// can't be moved or copied bytewise: a new one starts null and is then assigned.
 ///
-/// Not for use from two threads at once: neither the set nor the object has a lock.
+/// Not for two threads at once: neither the set nor the object has a lock.
 template <typename T>
 class tracked_ptr {
  public:
@@ -31,7 +29,7 @@ class tracked_ptr {
 
   /// A null handle.
   tracked_ptr() = default;
-  /// Not copied: a new handle starts null and is then assigned.
+  /// Not copied, see above.
   tracked_ptr(const tracked_ptr&) = delete;
 
   /// Like `clean_()`.
@@ -39,8 +37,7 @@ class tracked_ptr {
 
   /// Shares the object of `rhs`; nothing happens if it is shared already.
   ///
-  /// This handle is listed before it leaves its old object: if the insertion runs out of memory, nothing has
-  /// changed.
+  /// It lists this handle before it leaves its old object: if the insertion runs out of memory, nothing has changed.
   // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): it shares its own object already.
   tracked_ptr& operator=(const tracked_ptr& rhs) {
     if (rhs.ptr_ == ptr_) return *this;
@@ -54,7 +51,6 @@ class tracked_ptr {
   }
 
   /// Takes over the plain object `ptr`, of which this handle is the first, or becomes null.
-  ///
   /// \throws std::bad_alloc The handle is unchanged then, and `ptr` is still the caller's.
   tracked_ptr& operator=(T* ptr) {
     if (ptr == ptr_) return *this;

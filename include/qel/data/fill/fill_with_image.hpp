@@ -22,8 +22,8 @@ namespace data {
 
 namespace impl {
 
-/// Assigns `n` consecutive elements. Elements of one plain type are copied as bytes: those of a border may
-/// never have been set, and reading them as values would be undefined.
+/// Assigns `n` consecutive elements. Elements of one plain type are copied as bytes: those of a border may be unset,
+/// and to read them as values is undefined.
 template <typename T, typename U>
 void copy_run(T* dest, const U* src, std::size_t n) {
   if constexpr (std::is_same_v<T, U> && std::is_trivially_copyable_v<T>) {
@@ -86,14 +86,13 @@ void fill_with_image_(Image<I>& ima, const Image<J>& data) {
 
 /// Gives `ima` the values of `data`, converted to its value type.
 ///
-/// With equal border and domain, and elements of one size, the border is copied too; otherwise it keeps its
-/// values.
+/// With equal border and domain, and elements of one size, the border is copied too; otherwise it keeps its values.
 ///
 /// \pre `data` has the domain of `ima`; without sites, it has its border and element size, too.
 template <typename I, typename J>
 void fill_with_image(Image<I>& ima, const Image<J>& data) {
   trace::entering("data::fill_with_image");
-  // Runs of elements can be assigned where they have one size; elements of different sizes are converted one by one.
+  // Elements of one size are assigned in runs, others one by one.
   if constexpr (sizeof(typename I::value) == sizeof(typename J::value))
     internal::fill_with_image_(ima, data);
   else

@@ -13,7 +13,6 @@ namespace data {
 
 namespace impl {
 
-/// Sets every element of the block, border included.
 template <typename I>
 void fill_with_value_one_block(Image<I>& ima, const typename I::value& value) {
   trace::entering("data::impl::fill_with_value_one_block");

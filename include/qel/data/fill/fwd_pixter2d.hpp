@@ -18,7 +18,6 @@ class forward_pixel_iterator_base_ : public Iterator<E>, public pixel_impl_<I, E
  public:
   using typename pixel_impl_<I, E>::element;
 
-  /// Goes to the first element.
   void start() {
     this->value_ptr_ = before_first_ + 1;
     force_exact<E>(*this).start_();
@@ -29,8 +28,7 @@ class forward_pixel_iterator_base_ : public Iterator<E>, public pixel_impl_<I, E
   void invalidate() { this->value_ptr_ = past_last_; }
 
  protected:
-  /// The block of an image has an unused element before its values, so `before_first_` is inside it at any
-  /// border.
+  /// The block of an image has an unused element before its values: `before_first_` is inside it at any border.
   explicit forward_pixel_iterator_base_(I& ima)
       : pixel_impl_<I, E>(ima, nullptr),
         before_first_(&ima(ima.domain().pmin()) - 1),
@@ -48,8 +46,8 @@ class forward_pixel_iterator_base_ : public Iterator<E>, public pixel_impl_<I, E
 ///
 ///     for (p.start(); p.is_valid(); p.next()) p.val() = ...;
 ///
-/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: an increment and a comparison; two at
-/// the end of a row.
+/// Like a pixel it has `val()`, the element, and `ima()`. Cost of a step: an increment and a comparison; two at the end
+/// of a row.
 template <typename I>
 class fwd_pixter2d : public internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>> {
   using base = internal::forward_pixel_iterator_base_<I, fwd_pixter2d<I>>;

@@ -20,8 +20,8 @@ namespace impl {
 
 /// Sets `n` elements from that of `pix` on to `value`.
 ///
-/// With 0 or 1 elements the scope is left open: the scope around it then reports bad matching, and tracing goes off. It
-/// has always been so and stays; what is traced fills two elements at least.
+/// Trap: with 0 or 1 elements the scope stays open. The scope around it then reports bad matching, and tracing goes
+/// off. Outlines have always shown this, so it stays. The sheet of nodes has two sites at least for this reason.
 template <typename I>
 void memset_(const pixel<I>& pix, const typename I::value& value, std::size_t n) {
   trace::entering("data::impl::memset_");
@@ -44,7 +44,7 @@ void memset_(const pixel<I>& pix, const typename I::value& value, std::size_t n)
 
 }  // namespace impl
 
-/// Sets `n` elements of the block, from that at `p` on and in its order, to `value`.
+/// Sets `n` elements of the block, from that at `p` on, to `value`.
 ///
 /// \pre the image has `p`, and its block has `n` elements from there on.
 template <typename I>

@@ -11,8 +11,7 @@ namespace qel {
 
 namespace internal {
 
-/// What the pixel classes share: an image and the address of one of its elements. I is constant for reading
-/// only.
+/// The base of the pixel classes: an image and the address of one of its elements. I is constant for reading only.
 template <typename I, typename E>
 class pixel_impl_ {
  public:
@@ -21,7 +20,6 @@ class pixel_impl_ {
 
   I& ima() const { return image_; }
 
-  /// The current element.
   element& val() const { return *value_ptr_; }
   element* address_() const { return value_ptr_; }
 

@@ -14,7 +14,6 @@ namespace geom {
 
 namespace impl {
 
-/// The bounding box of a site set that knows it.
 template <typename S>
 auto bbox_(trait::site_set::bbox::known, const S& s) {
   return s.bbox();

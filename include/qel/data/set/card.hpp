@@ -12,7 +12,6 @@ namespace set {
 
 namespace impl {
 
-/// The number of sites of a set that can tell it.
 template <typename S>
 unsigned card_from_method(const Site_Set<S>& s) {
   trace::entering("set::impl::card_from_method");

@@ -40,9 +40,7 @@ class array {
   std::vector<unsigned> h_;
 };
 
-/// How many sites of an image's domain have each value; the border is not counted.
-///
-/// Cost: one pass.
+/// How many sites of an image's domain have each value; the border is not counted. Cost: one pass.
 ///
 /// \pre    the domain has sites.
 /// \throws std::bad_alloc

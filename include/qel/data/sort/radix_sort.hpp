@@ -5,11 +5,11 @@
 // Sites by value, for integers too wide to have a counter each: a counting sort for each group of bits.
 //
 // The order (value, row, column) is total, so any sort gives the same array. This one never compares: the sites enter
-// in raster order and each pass is stable. Only the bits in which the values of the image differ from the least one
-// are sorted by: a picture of 12 bits in an `int` takes a single pass if it is large, two if it is small.
+// in raster order and each pass is stable. It sorts only by bits in which the values differ from the least one: a
+// picture of 12 bits in an `int` takes one pass from 65,536 pixels on, two below.
 //
-// Cost: a pass takes about as long as the counting sort of an 8-bit image. Memory while it runs: two values with
-// their sites for each site, none for a single pass.
+// Cost: a pass takes about as long as the counting sort of an 8-bit image. Memory while it runs: nothing for one pass,
+// one value with its site for each site for two, two of them for more.
 
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
@@ -30,14 +30,14 @@ namespace data {
 
 namespace internal {
 
-/// A site with the bits of its value that remain to be sorted by.
+/// A site with its key.
 template <typename U>
 struct keyed_site {
   U key;
   point2d site;
 };
 
-/// One digit of the keys, of `bits` bits from bit `shift` up. `places[d]` is the next place for a key with the digit d.
+/// One digit of the keys: `bits` bits from bit `shift` up. `places[d]` is the next place for a key with the digit d.
 template <typename U>
 struct radix_digit {
   radix_digit(unsigned shift_, unsigned bits) : shift(shift_), mask((1u << bits) - 1), places(std::size_t{1} << bits) {}
@@ -58,8 +58,8 @@ struct radix_digit {
   }
 };
 
-/// Calls `visit(key, site)` in raster order. The key of a site is how far its value lies above `least`, as an
-/// unsigned number, which the difference of no two values exceeds.
+/// Calls `visit(key, site)` in raster order. The key of a site is how far its value lies above `least`, an unsigned
+/// number that holds any difference.
 template <typename I, typename Visit>
 void for_each_key(const I& ima, typename I::value least, Visit visit) {
   using unsigned_t = std::make_unsigned_t<typename I::value>;
@@ -69,8 +69,8 @@ void for_each_key(const I& ima, typename I::value least, Visit visit) {
           p.to_site());
 }
 
-/// The least and the greatest value of an image's domain; those of the type if one digit holds them all, for then nothing
-/// is saved by a look.
+/// The least and the greatest value of an image's domain; those of the type if one digit holds them all, because a look
+/// would save nothing.
 template <typename I>
 std::pair<typename I::value, typename I::value> value_range(const I& ima) {
   using limits = std::numeric_limits<typename I::value>;
@@ -86,15 +86,15 @@ std::pair<typename I::value, typename I::value> value_range(const I& ima) {
   return range;
 }
 
-/// The bits of a digit for `n` keys of type U: 16, or 11 where 65,536 counters for each digit would be more work than a
-/// pass. With large pages the wide digit is worth it for many keys: it saves one pass in three.
+/// The bits of a digit for `n` keys of type U. 16 save one pass in three, with large pages; 11 for few keys, for which
+/// 65,536 counters a digit are more work than a pass.
 template <typename U>
 unsigned digit_bits(std::size_t n) {
   return sizeof(U) <= 2 || n >= std::size_t{1} << 16 ? 16 : 11;
 }
 
-/// The digits in which the keys of `ima`, all up to `greatest`, differ, the lowest first, with the places for the keys.
-/// One digit for a constant image.
+/// The digits in which the keys of `ima` differ, the lowest first, with the places for the keys; one digit for a
+/// constant image. `greatest` is the greatest key.
 template <typename U, typename I>
 std::vector<radix_digit<U>> radix_digits(const I& ima, typename I::value least, U greatest) {
   const std::size_t n = ima.domain().nsites();

@@ -13,7 +13,7 @@ namespace impl {
 
 /// Orders sites by (value, row, column) ascending. The image must outlive it.
 ///
-/// A strict total order (without NaN), so that the sorted array is unique, whatever the sort and its input order.
+/// A strict total order (without NaN): the sorted array is unique, whatever the sort.
 template <typename I>
 struct value_psite_less_ {
   explicit value_psite_less_(const I& ima) : ima_(ima) {}

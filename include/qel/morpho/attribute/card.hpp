@@ -10,7 +10,7 @@ namespace qel {
 /// Morphology by component trees.
 namespace morpho {
 
-/// Accumulators of what a component of an image is like: its size, its shape, its values.
+/// Accumulators of what a node has: its area, its diagonal, its inertia, the deviation of its values.
 namespace attribute {
 
 /// Area of a component, in sites.
@@ -25,7 +25,7 @@ struct card : accu::internal::base<unsigned, card<I>> {
   /// The site itself is not read.
   void take(const argument&) { ++count_; }
 
-  /// Adds the area of `other`, whose sites are others.
+  /// Adds the area of `other`. \pre no site is in both.
   void take(const card& other) { count_ += other.count_; }
 
   /// Number of sites, modulo 2^32.
@@ -50,7 +50,7 @@ namespace trait {
 /// The properties of the attribute.
 template <typename I>
 struct accumulator_<morpho::attribute::card<I>> {
-  /// Sites are only counted.
+  /// Sites only count.
   using when_pix = accumulator::when_pix::use_none;
   /// Counts are exact.
   using order = accumulator::order::free;

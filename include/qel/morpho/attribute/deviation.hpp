@@ -14,8 +14,7 @@ namespace morpho {
 
 namespace attribute {
 
-/// Standard deviation of the image values in a component, in grey levels: the square root of
-/// `accu::stat::variance`.
+/// Standard deviation of the image values in a component, in grey levels: the square root of `accu::stat::variance`.
 ///
 /// NaN where rounding or wrapped squares make the variance negative; 0 for an empty accumulator.
 template <typename I, typename S, typename R>
@@ -56,7 +55,7 @@ namespace trait {
 /// The properties of the attribute.
 template <typename I, typename S, typename R>
 struct accumulator_<morpho::attribute::deviation<I, S, R>> {
-  /// It is about the values.
+  /// It takes values.
   using when_pix = accumulator::when_pix::use_v;
   /// Sums are rounded.
   using order = accumulator::order::fixed;

@@ -14,10 +14,8 @@ namespace morpho {
 
 namespace attribute {
 
-/// Length of the diagonal of a component's bounding box, sqrt(H^2 + W^2) for a box of H rows and W columns,
-/// in sites.
-///
-/// Lengths are counted in sites: the box of one site has the diagonal sqrt(2).
+/// Length of the diagonal of a component's bounding box in sites: sqrt(H^2 + W^2) for H rows and W columns. The box of
+/// one site has the diagonal sqrt(2).
 template <typename I>
 struct diagonal : accu::internal::base<double, diagonal<I>> {
   /// A site.
@@ -37,7 +35,7 @@ struct diagonal : accu::internal::base<double, diagonal<I>> {
   /// Adds the sites of `other`: its box is enough.
   void take(const diagonal& other) { bbox_.take(other.bbox_); }
 
-  /// The length in sites; without a meaning for an empty accumulator.
+  /// The length in sites; it means nothing for an empty accumulator.
   double to_result() const {
     double sum = 0.0;
     for (unsigned i = 0; i < 2; ++i) sum += length(i) * length(i);
@@ -66,7 +64,7 @@ namespace trait {
 /// The properties of the attribute.
 template <typename I>
 struct accumulator_<morpho::attribute::diagonal<I>> {
-  /// It is about the sites.
+  /// It takes sites.
   using when_pix = accumulator::when_pix::use_p;
   /// Boxes are exact.
   using order = accumulator::order::free;

@@ -12,8 +12,7 @@ namespace morpho {
 
 namespace attribute {
 
-/// Moment of inertia of a component, without unit: see `accu::shape::inertia2d` for the formula and its
-/// precision.
+/// Moment of inertia of a component, without unit: `accu::shape::inertia2d` has the formula and its precision.
 template <typename I>
 struct inertia : accu::internal::base<float, inertia<I>> {
   /// A site.
@@ -43,7 +42,7 @@ namespace trait {
 /// The properties of the attribute.
 template <typename I>
 struct accumulator_<morpho::attribute::inertia<I>> {
-  /// It is about the sites.
+  /// It takes sites.
   using when_pix = accumulator::when_pix::use_p;
   /// Sums of squares are rounded.
   using order = accumulator::order::fixed;

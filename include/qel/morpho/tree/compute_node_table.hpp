@@ -22,17 +22,16 @@ namespace tree {
 
 namespace internal {
 
-/// Whether images of type I can be flooded under a neighbourhood of type N at all: those in one block, under one made of a
-/// window.
+/// Whether images of type I can ever be flooded under a neighbourhood of type N: the image lies in one block, and the
+/// neighbourhood is made of a window.
 template <typename I, typename N>
 inline constexpr bool has_flood = false;
 template <typename I, typename W>
 inline constexpr bool has_flood<I, neighb<W>> =
     std::is_same_v<typename trait::image_<I>::value_storage, trait::image::value_storage::one_block>;
 
-/// `from_table(table)` where the tree is found by a flood, `from_parents(parent image)` where by union-find: for any
-/// neighbourhood, among them windows that reach beyond the image's border, are one-sided or lack a direct neighbour, and
-/// for no sites at all.
+/// `from_table(table)` after a flood, `from_parents(parent image)` after union-find. Union-find takes what a flood
+/// can't: no sites, and windows that reach beyond the border, are one-sided or lack a direct neighbour.
 template <typename I, typename N, typename S, typename FromTable, typename FromParents>
 auto flood_or_union_find(const I& f, const N& nbh, const S& s, FromTable from_table, FromParents from_parents) {
   trace::entering("morpho::tree::compute_parent");
@@ -49,11 +48,11 @@ auto flood_or_union_find(const I& f, const N& nbh, const S& s, FromTable from_ta
 
 }  // namespace internal
 
-/// The nodes of the component tree of `f` under `nbh`; `s` tells the sweep order. No nodes if it has no sites.
+/// The nodes of the component tree of `f` under `nbh`; `s` gives the sweep order. Without sites there are no nodes.
 ///
-/// Cost: by a flood, linear but for the search of the next level, by 64-ary bits; by union-find, up to n log n steps.
-/// Memory of the flood while it runs, with its result, in bytes a site of 2048 x 2048: 8 for a flat image of 8 bits, 14 for a
-/// photograph, 24 for an `int` image of all different values, 46 for one that is a ramp along a serpentine.
+/// Cost: a flood is linear but for the search of the next level, in 64-ary bits; union-find takes up to n log n steps.
+/// Memory of the flood while it runs, with its result, in bytes a site of 2048 x 2048: 8 for a flat image of 8 bits, 14
+/// for a photograph, 24 for an `int` image of all different values, 46 for one that is a ramp along a serpentine.
 ///
 /// \pre    `s` holds every site of the domain of `f` once, sorted by value, ties by position; or it is empty.
 /// \throws std::bad_alloc

@@ -15,7 +15,7 @@ namespace morpho {
 
 namespace tree {
 
-/// The parent image of the component tree of `f` under `nbh`; `s` tells the sweep order.
+/// The parent image of the component tree of `f` under `nbh`; `s` gives the sweep order.
 ///
 /// A site that is not canonical points to the canonical site of its node, a canonical site to that of the parent
 /// node, and the root, the first site of `s`, to itself.
@@ -24,7 +24,7 @@ namespace tree {
 ///
 /// \pre    `s` holds every site of the domain of `f` once, in an order of `data::sort_psites_increasing` (max-tree)
 ///         or `data::sort_psites_decreasing` (min-tree); or it is empty, and nothing is set.
-/// \post   the elements outside the domain are not set.
+/// \post   the border is not set.
 /// \throws std::bad_alloc
 template <typename I, typename N, typename S>
 typename trait::ch_value<I, typename I::psite>::ret compute_parent(const Image<I>& f, const Neighborhood<N>& nbh,

@@ -2,6 +2,11 @@
 #ifndef QEL_MORPHO_TREE_DATA_HPP
 #define QEL_MORPHO_TREE_DATA_HPP
 
+// A tree as its users see it. The plain form is an image of parents with lists in sweep order; the fast form, a table
+// of numbered nodes, answers most questions, and the rest is made when first read. The tests
+// `component_tree.lists_and_walks_are_in_the_reverse_of_the_sweep_order` and
+// `node_table.is_that_of_union_find_for_every_sweep_and_neighbourhood` hold the two equal.
+
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/core/concept/site_set.hpp>
@@ -27,16 +32,14 @@ namespace tree {
 
 /// A component tree of an image of type I, swept in the order of a site array S.
 ///
-/// A node has no object and no number: it is named by its canonical site, and whatever belongs to a node (children,
-/// attribute, mark) lives in an image at that site. All lists are in the order of the construction sweep, that is by
-/// descending index in the site array: each node before its parent, the root last.
+/// A node has no object: its canonical site names it. What belongs to a node (children, attribute, mark) lives in an
+/// image at that site. Lists are in the reverse of the sweep order: each node before its parent, the root last.
 ///
-/// The image and the site array are only referred to: keep them alive and unchanged as long as the tree is read.
+/// The image and the site array are only referred to: keep them alive and unchanged.
 ///
-/// The construction makes the node table, and `parent`, `is_root` and `is_a_node` read nothing else. The parent image and
-/// the lists are made when first asked for: a profile needs neither, and an image of lists is large. Each of these first
-/// reads allocates, and that of the lists walks the site array, for their order is its order: read them once before the
-/// array is assigned, or not at all. Two threads may read one tree only after all that they read has been made.
+/// `parent`, `is_root` and `is_a_node` read the node table, which the construction makes. The first read of the parent
+/// image or of a list makes it and may throw std::bad_alloc. The lists walk the site array: before you assign another
+/// to it, read them once. Two threads may read one tree only after all that they read has been made.
 template <typename I, typename S>
 class data {
  public:
@@ -44,32 +47,30 @@ class data {
   using function = I;
   /// A site of the image.
   using site = typename I::site;
-  /// Stands for a site, and for the node of which it is the canonical site.
+  /// A site; also a node, of which it is the canonical site.
   using psite = typename I::psite;
   /// A grey level.
   using value = typename I::value;
   /// The sites in sweep order.
   using sites_t = S;
-  /// A list of nodes, by their canonical sites.
+  /// A list of canonical sites.
   using nodes_t = p_array<site>;
-  /// An image of sites, one parent for each site.
+  /// One parent for each site.
   using parent_image_t = typename trait::ch_value<I, psite>::ret;
-  /// An image of lists, empty at all sites that are not nodes.
+  /// A list at each node, empty at other sites.
   using children_image_t = typename trait::ch_value<I, nodes_t>::ret;
 
-  /// Builds the tree of `f` under `nbh`: a max-tree if `s` is an increasing array, a min-tree if it is a decreasing
-  /// one.
+  /// The tree of `f` under `nbh`: a max-tree if `s` is increasing, a min-tree if it is decreasing.
   ///
   /// Cost: that of `compute_node_table`.
-  ///
-  /// \pre    `s` holds every site of the domain of `f` once, as the sorts give them; or it is empty, and so is the tree.
+  /// \pre    `s` holds every site of `f` once, as the sorts give them; or it is empty, and so is the tree.
   /// \throws std::bad_alloc
   template <typename N>
   data(const Image<I>& f, const Site_Set<S>& s, const Neighborhood<N>& nbh)
       : f_(qel::internal::force_exact<I>(f)),
         s_(qel::internal::force_exact<S>(s)),
         table_(compute_node_table(f, nbh, s)) {
-    // An outline of the construction shows the image of children in its place, although it is made at first use.
+    // An outline shows the image of children here, although its first read makes it.
     trace::entering("core::initialize");
     trace::suspend();
     geom::bbox(f_.domain());
@@ -77,9 +78,9 @@ class data {
     trace::exiting("core::initialize");
   }
 
-  /// Not copied: the lists are large, and one tree can serve all readers.
+  /// Not copied: the lists are large.
   data(const data&) = delete;
-  /// Not assigned, for it refers to its image and site array.
+  /// Not assigned: it refers to its image and site array.
   data& operator=(const data&) = delete;
 
   /// The image.
@@ -91,62 +92,49 @@ class data {
   /// The tree by node numbers.
   const node_table<I>& table() const { return table_; }
 
-  /// The parent of every site, see `parent`; the border means nothing. Made at the first call.
-  ///
-  /// Cost of the first call: one pass, 4 bytes a site.
-  ///
-  /// \throws std::bad_alloc at the first call.
+  /// The parent of every site, see `parent`; the border means nothing. First call: one pass, 4 bytes a site.
   const parent_image_t& parent_image() const {
     if (!parent_.is_valid()) parent_ = internal::parent_image_of(f_, table_);
     return parent_;
   }
 
-  /// The children of every node, see `children`. Made at the first call, with `nodes()` and `leaves()`.
-  ///
-  /// Cost of the first call: two walks, a list (24 bytes) for each site.
-  ///
-  /// \pre    at the first call the site array is that of the construction.
-  /// \throws std::bad_alloc at the first call.
+  /// The children of every node, see `children`. First call: two walks, a list (24 bytes) a site; makes all lists.
   const children_image_t& children_image() const {
     if (!children_.is_valid()) make_children();
     return children_;
   }
 
-  /// The nodes, each before its parent. Made at the first call, by a walk over the site array.
-  ///
-  /// \pre    at the first call the site array is that of the construction.
-  /// \throws std::bad_alloc at the first call.
+  /// The nodes, each before its parent. First call: a walk over the site array.
   const nodes_t& nodes() const {
     if (nodes_.nsites() == 0) make_nodes();
     return nodes_;
   }
 
-  /// The nodes without children, in the order of `nodes()`. Made with `children_image()`, which see.
+  /// The leaves, in the order of `nodes()`. The first call makes `children_image()` too.
   const nodes_t& leaves() const {
     if (!children_.is_valid()) make_children();
     return leaves_;
   }
 
-  /// 1 under every neighbourhood that connects the domain, as `c4()` and `c8()` do. Counted with `nodes()`, which see.
+  /// Number of roots, counted with `nodes()`: 1 if the neighbourhood connects the domain, as `c4()` and `c8()` do.
   unsigned nroots() const {
     nodes();
     return nroots_;
   }
 
-  /// The canonical site of the node of `p`, or of its parent node if `p` is canonical itself; the root for the root.
+  /// The canonical site of the node of `p`; if `p` is canonical, that of the parent node; the root for the root.
   const psite& parent(const psite& p) const { return internal::parent_in(table_, p); }
 
-  /// The children of the node `p`, in the order of `nodes()`; none for a site that is not a node. See
-  /// `children_image()`.
+  /// The children of the node `p`, in the order of `nodes()`; none for a site that is no node. See `children_image()`.
   const nodes_t& children(const psite& p) const { return children_image()(p); }
 
-  /// Whether `p` is a root: a site that is its own parent.
+  /// Whether `p` is its own parent.
   bool is_root(const psite& p) const { return parent(p) == p; }
 
   /// Whether `p` is the canonical site of its node.
   bool is_a_node(const psite& p) const { return table_.canonical[table_.number(p)] == p; }
 
-  /// Whether `p` has no children; true for every site that is not a node. See `children_image()`.
+  /// Whether `p` has no children; true for a site that is no node. See `children_image()`.
   bool is_a_leaf(const psite& p) const { return children(p).nsites() == 0; }
 
  private:
@@ -160,8 +148,8 @@ class data {
     }
   }
 
-  /// Each list gets one block of the size that it will have. Children come before their parent, so the list of a node
-  /// is complete when the node is reached.
+  /// Each list gets one block of its final size. Children come before their parent: the list of a node is complete when
+  /// the walk reaches the node.
   void make_children() const {
     children_image_t children;
     qel::internal::check_init(&children_image_t::init_);

@@ -2,12 +2,10 @@
 #ifndef QEL_MORPHO_TREE_PITER_HPP
 #define QEL_MORPHO_TREE_PITER_HPP
 
-// The walks of a component tree. Each is a walk by index over one of the tree's arrays: no parent or child
-// link is followed. Nodes of different branches are interleaved; only the order between a node and its
-// ancestors is certain.
+// The walks of a component tree, by index over one of its arrays: no parent or child link is followed. Nodes of
+// different branches are interleaved; only the order between a node and its ancestors is certain.
 //
-// The first walk over the nodes of a `data` makes their list: it allocates, and reads the site array, which must still
-// be that of the construction.
+// The first walk over the nodes of a `data` makes their list: see `data::nodes()`.
 
 #include <qel/core/site_set/p_indexed_piter.hpp>
 #include <qel/morpho/tree/piter_adaptor.hpp>
@@ -18,8 +16,7 @@ namespace morpho {
 
 namespace tree {
 
-/// Visits every site once, each before its parent, the root last. In one node the canonical site comes last.
-/// A Site_Iterator.
+/// Visits every site once, each before its parent, the root last; in a node, the canonical site last. A Site_Iterator.
 template <typename T>
 struct up_site_piter
     : qel::internal::piter_adaptor_<p_indexed_bkd_piter<typename T::sites_t>, typename T::sites_t, up_site_piter<T>> {

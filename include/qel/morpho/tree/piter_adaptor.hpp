@@ -8,7 +8,7 @@ namespace qel {
 
 namespace internal {
 
-/// A walk over S that is the walk of the wrapped iterator Pi under another name.
+/// The walk of the wrapped iterator Pi over S, under another name.
 template <typename Pi, typename S, typename E>
 struct piter_adaptor_ : site_iterator_base<S, E> {
   /// Binds both iterators to `s`; they are invalid until `start()`.

@@ -11,13 +11,10 @@ namespace morpho {
 
 namespace tree {
 
-/// Gives each site of `f` that is not a node of `tree` the value of `f` at the node that represents it. A
-/// rule changes values at nodes only; this completes the image.
+/// Gives each site of `f` that is no node of `tree` the value of `f` at its node. A rule changes values at nodes only;
+/// this completes the image.
 ///
-/// Which sites are nodes is asked of the tree's own image, so the rule has no influence on it. The result
-/// does not depend on the order of the walk; raster order reads and writes memory nearly in sequence.
-///
-/// Cost: one pass; nothing is allocated. Borders are not touched.
+/// Cost: one pass in raster order (any order gives the same); nothing is allocated. Borders are not touched.
 ///
 /// \pre `f` has the domain of the tree's image.
 template <typename T, typename F>

@@ -12,21 +12,20 @@ namespace morpho {
 
 namespace tree {
 
-/// Writes the value of each pixel's node from `destination` on, in raster order and without gaps: rows from the top,
-/// columns from the left.
+/// Writes the value of each pixel's node from `destination` on, in raster order and without gaps.
 ///
 /// Cost: one pass over the pixels.
 ///
 /// \param table  the nodes of an image, `tree.table()` of a tree or of its `node_tree`.
 /// \param values an image on the sheet of nodes: filtered values, or an attribute.
-/// \pre   there is room for an element for each pixel.
+/// \pre   there is room for one element for each pixel.
 template <typename I, typename J, typename V>
 void spread_node_values(const node_table<I>& table, const J& values, V* destination) {
   typename I::domain_t::fwd_piter p(table.number.domain());
   for (p.start(); p.is_valid(); p.next()) *destination++ = static_cast<V>(values.element(table.number(p)));
 }
 
-/// The image that has at each pixel the value of the pixel's node: domain and border are those of the tree's image.
+/// The image that has at each pixel the value of its node: domain and border are those of the tree's image.
 ///
 /// Cost: one pass over the pixels.
 ///

@@ -32,8 +32,8 @@ template <typename T>
 class component_tree : public ::testing::Test {};
 TYPED_TEST_SUITE(component_tree, tree_types, support::value_type_names);
 
-// Neighbours are connected once both are swept: going up from the later one to the level of the other must
-// end in the node of the other.
+// Two neighbours are connected once both are swept: the way up from the later one to the level of the other ends in the
+// node of the other.
 TYPED_TEST(component_tree, parents_lead_to_canonical_sites_and_join_neighbours) {
   for_random_trees<TypeParam>([](const auto& t, bool max_tree, const neighb2d& nbh, auto&) {
     image2d<unsigned> place(t.f().domain());
@@ -123,7 +123,7 @@ void expect_same_attribute(const T& whole, const tree::node_tree<U>& nodes) {
   EXPECT_EQ(differences, 0u);
 }
 
-/// The same for all attributes, in both directions, the sites of the nodes turned round as in a profile.
+/// The same for all attributes, in both directions; the sites of the nodes turn as in a profile.
 template <typename T>
 void expect_same_attributes(const image2d<T>& f, const neighb2d& nbh) {
   using V = image2d<T>;
@@ -140,8 +140,8 @@ void expect_same_attributes(const image2d<T>& f, const neighb2d& nbh) {
   }
 }
 
-// So many sites that float sums are rounded; when all values differ, more nodes than a row of the sheet has; on the board,
-// more children of one node than are sorted.
+// So many sites that float sums round; when all values differ, more nodes than a row of the sheet has; on the board, a
+// node with more children than are sorted.
 TYPED_TEST(component_tree, nodes_alone_have_the_attributes_of_the_whole_tree) {
   support::random_engine engine(seed);
   const auto random_image = [&](unsigned rows, support::flavour kind, unsigned border) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// The flood against the plain form, union-find: whichever finds the nodes, it is the same tree.
+// The flood against the plain form, union-find: both find the same tree.
 
 #include <qel/morpho/tree/nodes/node_table.hpp>
 
@@ -82,7 +82,7 @@ TYPED_TEST(node_table, is_that_of_union_find_for_every_sweep_and_neighbourhood) 
   });
 }
 
-// Sites wait in lists then; some levels have several.
+// Sites wait in lists here; some levels have several.
 TEST(node_table, is_that_of_union_find_for_more_levels_than_three_layers_of_bits_hold) {
   image2d<int> f(box2d({0, 0}, {639, 511}));
   std::mt19937 engine(7);

@@ -2,13 +2,10 @@
 #ifndef QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_HPP
 #define QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_HPP
 
-// Attributes into nodes: each node gets an accumulator of all its sites and those of its descendants.
-//
-// By definition each site starts with itself and hands its content to its parent, in the reverse of the sweep order. The
-// order is part of the result, because `float` sums round in it. That is the plain form here, for any tree. On a
-// `node_tree` faster ways give the same bits: `accumulate_nodes` chooses among raster order, where no order can be seen in
-// the result, `accumulate_by_nodes` without sorted sites, and the sorted sites. The tests
-// `component_tree.nodes_alone_have_the_attributes_of_the_whole_tree` hold them equal.
+// Attributes into nodes: each node gets an accumulator of all its sites and those of its descendants. In the plain form
+// each site starts with itself and hands its content to its parent, in the reverse of the sweep order, for any tree.
+// The order shows in the bits, because `float` sums round. On a `node_tree` the three fast forms of `accumulate_nodes`
+// give the same bits: `component_tree.nodes_alone_have_the_attributes_of_the_whole_tree` holds them equal.
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/morpho/tree/accumulate/accumulate_nodes.hpp>
@@ -24,7 +21,7 @@ namespace tree {
 
 namespace internal {
 
-/// As defined: gives every site of `data`, which all hold a copy of `a`, the accumulator of its node.
+/// Gives every site of `data`, which all hold a copy of `a`, the accumulator of its node.
 template <typename A, typename T, typename D>
 void accumulate(const A&, const T& tree, D& data) {
   up_site_piter<T> p(tree);

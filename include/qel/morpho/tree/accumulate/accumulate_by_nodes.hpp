@@ -2,13 +2,12 @@
 #ifndef QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_BY_NODES_HPP
 #define QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_BY_NODES_HPP
 
-// Gathering accumulators whose order counts, without the sorted sites.
+// Accumulators whose order counts, without the sorted sites.
 //
-// The definition walks over the site array. What one node takes on this walk is, in this order: its canonical site; its
-// children, those of values farther from its own first, and among equal ones in the order of their canonical sites; its
-// other sites. For the children have other values, all on one side of its own. So nodes can be done one after the other in
-// any order in which children come before parents: here in that of `nodes()`, in which after a flood what belongs together
-// is close together in memory.
+// On the walk of the definition a node takes, in this order: its canonical site; its children, those of values farther
+// from its own first, equal ones in the order of their canonical sites; its other sites. This holds because the values
+// of children lie on one side of its own. So nodes can be done one by one, in any order with children before parents.
+// Here it is that of `nodes()`: after a flood, what belongs together is close together in memory.
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/morpho/tree/accumulate/node_children.hpp>
@@ -28,7 +27,7 @@ namespace tree {
 
 namespace internal {
 
-/// The accumulator of a node takes its sites but the canonical one, each from a copy of `a`, for `a` may have settings.
+/// The accumulator of a node takes its sites but the canonical one, each from a copy of `a`, which may have settings.
 template <typename A, typename T>
 void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_sites<T>& own, unsigned k,
                     bool raster_ties) {
@@ -41,7 +40,7 @@ void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_
     for (; first != last; ++first) take_site(of_node, a, f, *first);
 }
 
-/// The same where sites only count, or their values, of which a node has one.
+/// The same where only the number of the sites or their values count: a node has one value.
 template <typename A, typename T>
 void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_site_counts<T>& own, unsigned k, bool) {
   A one = a;
@@ -51,10 +50,10 @@ void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_
 
 /// Gives every node of `data`, whose elements all hold a copy of `a`, its accumulator.
 ///
-/// Cost: two passes over the sites, one for the values alone; one over the nodes, for which the children of each are sorted.
-/// Memory: 4 bytes a site, not for values alone; 12 bytes a node, and up to 48 for each child of the widest one.
+/// Cost: two passes over the sites, one for values alone; one over the nodes, which sorts the children of each. Memory:
+/// 4 bytes a site, none for values alone; 12 bytes a node, and up to 48 for each child of the widest one.
 ///
-/// \pre    there are nodes. Values are integers: equal ones can't be told from each other.
+/// \pre    there are nodes. Values are integers: those that are equal have the same bits.
 /// \throws std::bad_alloc
 template <typename A, typename T, typename D>
 void accumulate_by_nodes(const A& a, const node_tree<T>& tree, D& data) {

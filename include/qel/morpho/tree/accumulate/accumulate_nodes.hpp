@@ -2,7 +2,7 @@
 #ifndef QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
 #define QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
 
-// Gathering with an accumulator for each node instead of one for each site: three ways, and which one is taken.
+// Attributes with an accumulator for each node instead of one for each site: three ways, and the choice among them.
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/image2d.hpp>
@@ -28,8 +28,8 @@ namespace tree {
 
 namespace internal {
 
-/// Gives every node its own sites in raster order, then hands on from node to parent. Equal to the definition, since
-/// the order can't be seen in the result.
+/// Gives every node its own sites in raster order, then hands on from node to parent. Equals the definition, because
+/// the order does not show in the result.
 template <typename A, typename T, typename D>
 void accumulate_nodes(trait::accumulator::order::free, const A& a, const node_tree<T>& tree, D& data) {
   const auto& f = tree.whole().f();
@@ -43,7 +43,7 @@ void accumulate_nodes(trait::accumulator::order::free, const A& a, const node_tr
 }
 
 /// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
-/// when its turn comes, so only nodes need an accumulator.
+/// at its turn, so only nodes need an accumulator.
 template <typename A, typename T, typename D>
 void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
   const auto& f = tree.whole().f();
@@ -51,7 +51,7 @@ void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
   const auto& table = tree.table();
   for (unsigned k = 0; k < tree.nnodes(); ++k) take_as_init(data.element(k), f, table.canonical[k]);
 
-  // The walk jumps about in the image: what it needs soon is fetched from memory ahead of it.
+  // The walk jumps about in the image: fetch ahead.
   constexpr unsigned far = 32;
   constexpr unsigned near = 12;
   for (unsigned i = s.nsites(); i-- > 0;) {
@@ -72,9 +72,9 @@ void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
   }
 }
 
-/// With values of 8 and 16 bits nobody else needs the sorted sites, and most nodes have few children; wider ones have been
-/// sorted for the tree, and have so many nodes that lists of their sites and children would take more memory and no less
-/// time. An image of the user's own may keep its rows wherever it likes.
+/// With values of 8 and 16 bits nothing else needs the sorted sites, and most nodes have few children. Wider values
+/// have been sorted for the tree, and have so many nodes that lists of their sites and children take more memory and no
+/// less time. A user's own image may have rows that are not in one block.
 template <typename A, typename T, typename D>
 void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
   using numbers = typename trait::ch_value<typename T::function, unsigned>::ret;

@@ -2,7 +2,7 @@
 #ifndef QEL_MORPHO_TREE_ACCUMULATE_COMPUTE_ATTRIBUTE_IMAGE_HPP
 #define QEL_MORPHO_TREE_ACCUMULATE_COMPUTE_ATTRIBUTE_IMAGE_HPP
 
-// The attribute of every node of a component tree, given to every site of the node.
+// The attribute of each node of a component tree, at every site of the node.
 
 #include <qel/accu/accumulator.hpp>
 #include <qel/core/trait_image.hpp>
@@ -45,12 +45,12 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
 
 /// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the node.
 ///
-/// Cost: three walks over the sites; an accumulator for each site while it runs. On a node tree two walks at most, and an
-/// accumulator for each node; where the order counts also what `accumulate_by_nodes` or the sorted sites take.
+/// Cost: three walks over the sites, and an accumulator for each while it runs. On a node tree two walks at most, an
+/// accumulator for each node, and where the order counts what `accumulate_by_nodes` or the sorted sites take.
 ///
-/// \param a          tells the kind of attribute and its settings, if it has some; what it has taken does not count.
-/// \param tree       the tree of an image, or a `node_tree`: the result is an image on the sheet of nodes then.
-/// \param accu_image where to leave a copy of the accumulators of all sites, or null.
+/// \param a          the kind of attribute, with its settings if it has some; its content does not count.
+/// \param tree       the tree of an image, or a `node_tree`: then the result is an image on the sheet of nodes.
+/// \param accu_image gets a copy of the accumulators of all sites, unless it is null.
 ///
 /// \post   `a` and `tree` are unchanged; the border of the result means nothing.
 /// \throws std::bad_alloc

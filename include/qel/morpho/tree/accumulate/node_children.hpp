@@ -22,7 +22,7 @@ namespace tree {
 
 namespace internal {
 
-/// Whether a node has so many children that to sort them would take more time and memory than to sort the sites.
+/// Whether a node has so many children that to sort them takes more time and memory than to sort the sites.
 ///
 /// Cost: one pass over the nodes. \throws std::bad_alloc
 template <typename T>
@@ -35,12 +35,12 @@ bool has_wide_node(const node_tree<T>& tree) {
   return false;
 }
 
-/// The children of each node, as linked lists, and in the order in which the sweep hands them to their parent. For values of
+/// The children of each node as linked lists, in the order in which the sweep hands them to their parent. For values of
 /// 16 bits or less.
 template <typename T>
 class node_children {
  public:
-  /// \param order of the sweep that made `tree`, which must outlive this object.
+  /// \param order of the sweep that made `tree`. \pre `tree` outlives this object.
   ///
   /// Cost: one pass over the nodes. \throws std::bad_alloc
   node_children(const node_tree<T>& tree, const sweep_order& order)
@@ -52,10 +52,8 @@ class node_children {
     }
   }
 
-  /// Calls `visit(number)` for the children of node number `k`, in the order of their canonical sites in the site array, the
-  /// last one first.
-  ///
-  /// Cost: that of sorting them. \throws std::bad_alloc
+  /// Calls `visit(number)` for the children of node number `k`, from the last to the first canonical site in the site
+  /// array. Cost: that of sorting them. \throws std::bad_alloc
   template <typename Visit>
   void for_each(unsigned k, Visit visit) {
     const unsigned first = youngest_[k];
@@ -81,7 +79,7 @@ class node_children {
 
   static bool is_before(const child& l, const child& r) { return l.key < r.key; }
 
-  /// Adds `c` to the first `n` children, in its place while they are few: most nodes have one or two.
+  /// Adds `c` to the first `n` children, in order while they are few: most nodes have one or two.
   void insert(const child& c, unsigned n) {
     child* place = sorted_.data() + n;
     if (n < few)
@@ -89,7 +87,7 @@ class node_children {
     *place = c;
   }
 
-  /// Least for the child that comes first: value and position in one number, each turned round as the sweep goes.
+  /// Least for the child that comes first: value and position in one number, turned round as the sweep goes.
   std::uint64_t key_of(unsigned c) const {
     using limits = std::numeric_limits<typename T::value>;
     const typename T::value v = tree_.f().element(c);

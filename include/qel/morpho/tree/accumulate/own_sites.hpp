@@ -16,7 +16,7 @@ namespace tree {
 
 namespace internal {
 
-/// Calls `visit(first site, numbers, n)` for each row of the image: the numbers of the nodes of its `n` sites.
+/// Calls `visit(first site, numbers, n)` for each row: `numbers` are those of the nodes of its `n` sites.
 template <typename T, typename Visit>
 void for_each_row(const node_tree<T>& tree, Visit visit) {
   const image2d<unsigned>& number = tree.table().number;
@@ -35,21 +35,20 @@ class own_site_counts {
     });
   }
 
-  /// Of node number `k`: at least 1.
+  /// The count of node number `k`: at least 1.
   unsigned count(unsigned k) const { return counts_[k]; }
 
-  /// Of all nodes; this object has them no longer.
+  /// Moves all counts out of this object.
   std::vector<unsigned> take() { return std::move(counts_); }
 
  private:
   std::vector<unsigned> counts_;
 };
 
-/// The sites that each node has of its own, in raster order: one block for all, in the order of the node numbers.
+/// The sites of each node without those of its descendants, in raster order: one block for all, by node number.
 template <typename T>
 class own_sites {
  public:
-  /// A site.
   using site = typename T::site;
 
   /// Cost: two passes over the sites. \throws std::bad_alloc
@@ -59,7 +58,7 @@ class own_sites {
     for (unsigned& end : ends_) before += std::exchange(end, before);
     sites_.init_(tree.table().number.domain(), 0);
     for_each_row(tree, [this](site p, const unsigned* numbers, unsigned n) {
-      // Where a site goes to is fetched from memory ahead of it.
+      // The writes jump about: fetch ahead.
       constexpr unsigned ahead = 24;
       for (unsigned i = 0; i < n; ++i, ++p.col()) {
         if (n - i > ahead) __builtin_prefetch(&sites_.element(ends_[numbers[i + ahead]]), 1);
@@ -68,7 +67,7 @@ class own_sites {
     });
   }
 
-  /// The first site of node number `k`, which has one at least.
+  /// The first site of node number `k`.
   const site* begin(unsigned k) const { return sites_.buffer() + (k == 0 ? 0 : ends_[k - 1]); }
 
   /// Behind its last site.
@@ -76,7 +75,7 @@ class own_sites {
 
  private:
   std::vector<unsigned> ends_;
-  image2d<site> sites_;  // not in the order of its rows: a block that nobody has to set first
+  image2d<site> sites_;  // a plain block of sites, of which no element is set first
 };
 
 }  // namespace internal

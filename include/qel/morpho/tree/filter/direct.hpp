@@ -16,10 +16,8 @@ namespace tree {
 /// The rules that change the values of nodes by a predicate.
 namespace filter {
 
-/// Each node of `tree` is judged by itself: one that fails `pred` takes in `f` the value of its nearest
-/// ancestor that passes, or of the root. Only the values at nodes are changed.
-///
-/// Cost: one walk over the nodes; no memory for them but what the tree takes at its first walk.
+/// Judges each node of `tree` by itself: one that fails `pred` takes in `f` the value of its nearest ancestor that
+/// passes, or of the root. Only the values at nodes change. Cost: one walk over the nodes.
 ///
 /// \pre    `f` has the domain of the tree's image.
 /// \throws std::bad_alloc

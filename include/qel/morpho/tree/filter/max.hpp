@@ -18,8 +18,8 @@ namespace tree {
 
 namespace filter {
 
-/// A node of `tree` survives in `f` if it or any of its descendants passes `pred`; a removed node takes the
-/// value of its parent. Only the values at nodes are changed.
+/// A node of `tree` survives in `f` if it or any of its descendants passes `pred`; a removed node takes the value of
+/// its parent. Only the values at nodes change.
 ///
 /// Cost: two walks over the nodes, and one truth value of memory for each element.
 ///
@@ -30,7 +30,7 @@ void max(const T& tree, Image<F>& f, const Function_v2b<P>& pred) {
   trace::entering("qel::morpho::tree::filter::max");
   F& exact_f = qel::internal::force_exact<F>(f);
   const P& passes = qel::internal::force_exact<P>(pred);
-  // True as long as no node that passes has been seen in the subtree.
+  // True while no node of the subtree is known to pass.
   typename trait::ch_value<F, bool>::ret mark;
   initialize(mark, exact_f);
   qel::data::fill(mark, true);

@@ -18,8 +18,8 @@ namespace tree {
 
 namespace filter {
 
-/// A node of `tree` survives in `f` only if it and all its ancestors pass `pred`; a removed node takes the
-/// value of its parent. Only the values at nodes are changed.
+/// A node of `tree` survives in `f` if it and all its ancestors pass `pred`; a removed node takes the value of its
+/// parent. Only the values at nodes change.
 ///
 /// Cost: one walk over the nodes, and one truth value of memory for each element.
 ///

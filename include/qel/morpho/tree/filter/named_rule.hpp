@@ -17,11 +17,11 @@ namespace tree {
 
 namespace filter {
 
-/// The rule of a name, found anew at each call: an unknown name is answered by `unknown()` then, and not before.
+/// The rule of a name, looked up at each call. Only then does an unknown name call `unknown()`.
 template <typename Unknown>
 class named_rule {
  public:
-  /// \param name    that of one of `rules`, or any text.
+  /// \param name    that of one of `rules`, or any other text.
   /// \param unknown called without arguments. If it returns, nothing is filtered.
   named_rule(std::string name, Unknown unknown) : name_(std::move(name)), unknown_(std::move(unknown)) {}
 
@@ -31,7 +31,7 @@ class named_rule {
     if (!apply_rule(name_, tree, image, keep)) unknown_();
   }
 
-  /// The same for many predicates at once, as far as the rule can do so: see `filter_each`.
+  /// The same for many predicates at once: see `filter_each`.
   template <typename T, typename P>
   std::vector<typename T::function> batch(const T& nodes, const P* first, const P* last) const {
     std::vector<typename T::function> values;

@@ -17,8 +17,7 @@ namespace filter {
 
 /// Subtracts `v` from the value of `f` at the node `n` and at all its descendants: modulo 2^width for integers.
 ///
-/// Cost: the number of nodes in the subtree. The nodes that wait stand on a stack of its own, for a subtree
-/// can be millions of levels high.
+/// Cost: the number of nodes in the subtree, which can be millions of levels high: waiting nodes are on the heap.
 ///
 /// \pre    `f` has the domain of the tree's image.
 /// \throws std::bad_alloc Some nodes may have been changed then.

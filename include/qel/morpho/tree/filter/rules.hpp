@@ -2,7 +2,10 @@
 #ifndef QEL_MORPHO_TREE_FILTER_RULES_HPP
 #define QEL_MORPHO_TREE_FILTER_RULES_HPP
 
-// The rules as objects, and by the names that users know.
+// The rules, as objects and by the names that users know. The plain form of each is a function for one predicate, such
+// as `filter::min`; the fast form is its namesake for many, such as `filter::batch::min`. The test
+// `filter_batch.equals_single_calls` holds the two equal. `filter_rules.laws` and
+// `filter_rules.sub_equals_the_moves_of_whole_subtrees` hold the plain forms to their definitions.
 
 #include <qel/morpho/tree/filter/batch/batch.hpp>
 #include <qel/morpho/tree/filter/direct.hpp>
@@ -22,9 +25,9 @@ namespace tree {
 
 namespace filter {
 
-/// A rule is a type with a name and a call: the rules themselves are function templates, which can't be passed on. With
-/// `batch` it gives the results of many predicates at once; a rule need not have it. Nobody derives from these: whoever
-/// replaced the call alone would still inherit `batch`.
+/// A rule is a type with a name and a call; the rules of `filter` are function templates, which can't be passed on.
+/// With `batch`, which a rule may lack, it gives the results of many predicates at once. These are final: a class that
+/// derived from one and replaced the call alone would still inherit `batch`.
 namespace rule {
 
 /// A node survives if it and all its ancestors pass.
@@ -93,10 +96,10 @@ struct sub final {
 
 }  // namespace rule
 
-/// All of them.
+/// All rules.
 inline constexpr auto rules = std::make_tuple(rule::min(), rule::max(), rule::direct(), rule::sub());
 
-/// Calls `use(rule)` with the rule called `name`; false if there is none. Names are compared exactly, case included.
+/// Calls `use(rule)` with the rule called `name`, case included; false if there is none.
 template <typename Use>
 bool with_rule(const std::string& name, Use use) {
   const auto used = [&](const auto& candidate) {
@@ -107,7 +110,7 @@ bool with_rule(const std::string& name, Use use) {
   return std::apply([&](const auto&... candidates) { return (used(candidates) || ...); }, rules);
 }
 
-/// Calls the rule called `name`; false if there is none, and nothing is changed then.
+/// Calls the rule called `name`; false if there is none, and then nothing changes.
 template <typename T, typename F, typename P>
 bool apply_rule(const std::string& name, const T& tree, F& image, const P& keep) {
   return with_rule(name, [&](const auto& rule) { rule(tree, image, keep); });

@@ -18,14 +18,13 @@ namespace tree {
 
 namespace filter {
 
-/// A node of `tree` that fails `pred` takes in `f` the value of its parent, and its whole subtree moves by
-/// the same amount: differences inside the subtree are kept. Only the values at nodes are changed.
+/// A node of `tree` that fails `pred` takes in `f` the value of its parent, and its whole subtree moves by the same
+/// amount: differences inside the subtree stay. Only the values at nodes change.
 ///
 /// By definition the nodes are judged from the leaves upward, and each that fails moves its subtree
-/// (`propagate_to_descendants`): quadratic in the height of the tree. In the end the value of a node is its
-/// input value less the sum of f(a) - f(parent(a)) over the failing nodes a among itself and its ancestors,
-/// which one walk from the root downward gives: for integers the same, modulo 2^width, for floating point the same but
-/// for rounding.
+/// (`propagate_to_descendants`): quadratic in the height of the tree. In the end the value of a node is its input value
+/// less the sum of f(a) - f(parent(a)) over the failing nodes a among itself and its ancestors. One walk from the root
+/// downward gives this: for integers the same, modulo 2^width, for floating point the same but for rounding.
 ///
 /// Cost: one walk over the nodes, and one value of memory for each element.
 ///

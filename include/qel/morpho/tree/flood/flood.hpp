@@ -2,22 +2,20 @@
 #ifndef QEL_MORPHO_TREE_FLOOD_FLOOD_HPP
 #define QEL_MORPHO_TREE_FLOOD_FLOOD_HPP
 
-// The nodes of a component tree by flooding the image level by level, from the root towards the leaves and back.
+// The nodes of a component tree by flooding the image level by level, from the root towards the leaves and back: the
+// fast form of the union-find sweep (`impl::generic::compute_parent`), which jumps about in the image at every site,
+// while a flood goes from neighbour to neighbour. Levels and neighbourhood alone decide the tree. The test
+// `node_table.is_that_of_union_find_for_every_sweep_and_neighbourhood` holds the two equal.
 //
-// The tree is fixed by the levels and the neighbourhood alone, so how it is found is free. The union-find sweep
-// (`impl::generic::compute_parent`) jumps about in the image at every site; a flood goes from neighbour to neighbour.
+// The flood stands on a site of the component that it fills. A neighbour of a higher level lies in a component inside:
+// the flood goes up to it at once and comes back when that component is full. Neighbours of the same or a lower level
+// wait, each in the queue of its level. When no site of the present level waits, the component is full: its node is
+// complete, and the flood goes down to the highest level at which a site waits. That is the level of its parent: a
+// component that the flood has left for this one, or, if it is higher, a new one around it.
 //
-// The flood stands on a site of the component that it fills. A neighbour of a higher level lies in a component
-// inside: the flood goes up to it at once and comes back when that component is full. Neighbours of the same or a
-// lower level wait, each in the queue of its level. When no site of the present level waits any more, the component
-// is full: its node is complete, and the flood goes down to the highest level at which a site waits. That is the
-// level of its parent: either a component that the flood has left for this one, or, if it is higher, a new one around
-// it.
-//
-// Cost: each site waits once at most, and looks at its neighbours once and again each time the flood comes back to it; the
-// branches on which the processor guesses wrong, about two a site, are most of it. Memory beyond the result: a level and
-// a place in the queues for each site.
-// No recursion: open components, one for each level at most, stand on a stack on the heap.
+// Cost: each site waits once at most. It looks at its neighbours once, and again each time the flood comes back to it.
+// Wrong guesses of the processor at branches, about two a site, are most of the time. Memory beyond the result: a level
+// and a place in the queues for each site. No recursion: open components, one a level at most, stand on a heap stack.
 
 #include <qel/core/image2d.hpp>
 #include <qel/morpho/tree/flood/flooded_nodes.hpp>
@@ -39,10 +37,10 @@ namespace internal {
 struct open_component {
   unsigned level;
   unsigned number;     ///< of its node
-  unsigned canonical;  ///< the best candidate so far, as a place in the block, turned round if the last one is sought
+  unsigned canonical;  ///< the best candidate so far, as a place in the block; turned round if the last place is sought
 };
 
-/// An open component that the flood has left for one inside, and the site on which it goes on when it is back.
+/// An open component that the flood has left for one inside, and the site where it goes on.
 struct left_component {
   open_component component;
   unsigned site;
@@ -50,19 +48,19 @@ struct left_component {
 
 /// Floods the sites of `level`, a block in which the sites not to be visited have level 0.
 ///
-/// What the inner loops read is given by value: what a reference leads to would be read again after each store.
+/// Inner loops read values, not references: what a reference leads to would be read again after each store.
 ///
-/// \param level     at each place, the level of its site; all are 0 in the end.
+/// \param level     at each place, the level of its site; the flood sets all to 0.
 /// \param start     a place of the lowest level.
 /// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood.
 /// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
 /// \param waiting   empty `level_queues` or `level_lists`.
-/// \param numbers   receives the number of each site's node; its block is laid out like that of the levels.
+/// \param numbers   receives the number of each site's node; its block is laid out like that of `level`.
 /// \throws std::bad_alloc
 template <typename L, typename Around, typename Queues>
 flooded_nodes flood(L* const level, const unsigned start, const Around around, const bool last_ties, Queues waiting,
                     image2d<unsigned>& numbers) {
-  // The least canonical place is sought: places are turned round where it is the last one.
+  // The least place is sought: where it is the last one, places are turned round.
   const unsigned turn = last_ties ? ~0u : 0u;
   unsigned* const number = numbers.buffer();
   flooded_nodes nodes(numbers.domain().nsites());
@@ -83,7 +81,7 @@ flooded_nodes flood(L* const level, const unsigned start, const Around around, c
   unsigned here = start;
   level[start] = 0;
   for (;;) {
-    // The neighbours behind one that is above have their turn when the flood is back: they are all looked at again then.
+    // At the first higher neighbour the flood leaves; it looks at all neighbours again when it is back.
     unsigned above = 0;
     unsigned above_level = 0;
     for (std::size_t i = 0; i < around.size(); ++i) {

@@ -32,7 +32,7 @@ namespace tree {
 
 namespace internal {
 
-/// The most layers of `util::priority_bits` that the levels of values of type T need: for 257, for 65537, or for as many as
+/// The most layers of `util::priority_bits` for the levels of values of type T: there are 257 or 65537, or as many as
 /// an image of less than 2^30 sites can have.
 template <typename T>
 constexpr unsigned most_layers() {
@@ -40,14 +40,14 @@ constexpr unsigned most_layers() {
   return sizeof(T) == 1 ? 2 : 3;
 }
 
-/// The fewest: levels that are values are always as many, ranks may be few.
+/// The fewest: the number of levels is fixed where they are values; ranks may be few.
 template <typename T>
 constexpr unsigned fewest_layers() {
   return levels_are_values<T> ? most_layers<T>() : 2;
 }
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
-/// the right and below are among them, so that a flood reaches every site. Nor may there be too many levels, ever.
+/// the right and below are among them, so that a flood reaches every site. The layers have to hold all levels.
 template <typename I, typename N>
 bool can_be_flooded(const I& f, const N& nbh) {
   const auto& win = nbh.win();
@@ -74,7 +74,7 @@ std::array<int, n> distances(const I& f, const W& win) {
   return result;
 }
 
-/// Calls `flood` with the distances to the neighbours; the usual numbers of neighbours are known to the compiler.
+/// Calls `flood` with the distances to the neighbours. The compiler knows how many there are where they are 4 or 8.
 template <typename I, typename W, typename Flood>
 flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
   if (win.size() == 4) return flood(distances<4>(f, win));
@@ -84,11 +84,11 @@ flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
   return flood(around);
 }
 
-/// Calls `flood` with empty queues: arrays or, with many levels of few sites each, linked lists. How many layers find the
-/// next level is known to the compiler.
+/// Calls `flood` with empty queues: arrays or, with many levels of few sites each, linked lists. The compiler knows the
+/// number of layers.
 ///
 /// \param below  for each level, the number of sites that have a lower one.
-/// \param places,numbers images that have not been set.
+/// \param places,numbers images that need not be set.
 template <unsigned layers, unsigned most, typename P, typename N, typename Flood>
 flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, Flood flood) {
   if constexpr (layers < most)
@@ -103,7 +103,7 @@ flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, F
 
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
 ///
-/// The scope keeps the name, and the steps, of the plain form: outlines of the two can be compared.
+/// The trace scope has the name and the steps of the plain form, so that outlines can be compared.
 template <typename I, typename N, typename S>
 node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   trace::entering("morpho::tree::impl::generic::compute_parent");

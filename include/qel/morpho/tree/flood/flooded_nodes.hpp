@@ -19,11 +19,10 @@ namespace internal {
 
 /// The nodes that a flood finds, by number.
 ///
-/// The lists stay where they are: there is room for as many nodes as there are sites, and what is not used is never
-/// touched, and costs no memory. They grow by pieces, each in the nearest cache when the flood writes it.
+/// Reserves one entry of each list a site, 12 bytes of address space a site, so that the lists never move. Linux backs
+/// only what is written; Windows commits all of it. They grow by pieces, each in the nearest cache when written.
 struct flooded_nodes {
-  /// Where the lists begin. A flood writes there without a look at the vectors, which would be read again after each
-  /// store.
+  /// Where the lists begin: a flood that wrote through the vectors would read them again after each store.
   struct pointers {
     point2d* canonical;
     point2d* parent;

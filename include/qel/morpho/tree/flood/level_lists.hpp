@@ -16,17 +16,17 @@ namespace tree {
 
 namespace internal {
 
-/// The waiting sites of a flood, by level, for images of many levels of which few sites share one: does what `level_queues`
-/// does. The sites of a level are a linked list. A level needs 4 bytes, which are far from those of other levels, and the
-/// links stand where the numbers will: at the site, near to which the flood reads anyway. With many sites to a level it is
-/// slower, for popping one waits for the link of the one before.
+/// The waiting sites of a flood by level, like `level_queues`, for images of many levels of which few sites share one.
+/// The sites of a level are a linked list: 4 bytes a level, far from those of other levels, and a link at the place of
+/// the site's number, near which the flood reads anyway. With many sites a level this is slower, because to pop one
+/// waits for the link of the one before.
 ///
 /// \tparam layers those of the `priority_bits` that find the next level.
 template <unsigned layers>
 class level_lists : public waiting_levels<layers> {
  public:
-  /// \param heads an element for each level, whatever it holds.
-  /// \param links an element for each site, kept by the caller; that of a site which waits is taken.
+  /// \param heads one element for each level; what it holds does not matter.
+  /// \param links one element for each site, kept by the caller; waiting sites use theirs.
   /// \throws std::bad_alloc
   level_lists(std::vector<unsigned> heads, unsigned* links)
       : waiting_levels<layers>(heads.size()), heads_(std::move(heads)), links_(links) {
@@ -43,7 +43,7 @@ class level_lists : public waiting_levels<layers> {
   /// \pre the level's list is not empty.
   unsigned pop(unsigned level) { return std::exchange(heads_[level], links_[heads_[level]]); }
 
-  /// The site of the level that will be popped next, or `popped` if there is none: worth fetching from memory.
+  /// The site of the level that is popped next, worth fetching from memory; `popped` if there is none.
   unsigned peek(unsigned level, unsigned popped) const { return heads_[level] == none ? popped : heads_[level]; }
 
  private:

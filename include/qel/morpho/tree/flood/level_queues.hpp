@@ -15,15 +15,14 @@ namespace tree {
 
 namespace internal {
 
-/// The waiting sites of a flood, by level. A block with one place for each site serves all levels: it is known how many
-/// sites a level has.
+/// The waiting sites of a flood by level, in one block with a place for each site: the sites of each level are counted.
 ///
 /// \tparam layers those of the `priority_bits` that find the next level.
 template <unsigned layers>
 class level_queues : public waiting_levels<layers> {
  public:
   /// \param below  for each level, the number of sites that have a lower one.
-  /// \param places room for as many sites as there are, kept by the caller.
+  /// \param places one for each site, kept by the caller.
   /// \throws std::bad_alloc
   level_queues(const std::vector<unsigned>& below, unsigned* places)
       : waiting_levels<layers>(below.size()), places_(places) {
@@ -41,7 +40,7 @@ class level_queues : public waiting_levels<layers> {
   /// \pre the level's queue is not empty.
   unsigned pop(unsigned level) { return places_[--ranges_[level].top]; }
 
-  /// A site of the level that will be popped soon: worth fetching from memory. If there is none, `popped` or another site of
+  /// A site of the level that is popped soon, worth fetching from memory. If there is none, `popped` or another site of
   /// the level. \pre `popped` has just been popped from the level.
   unsigned peek(unsigned level, unsigned popped) const {
     const range& taken = ranges_[level];

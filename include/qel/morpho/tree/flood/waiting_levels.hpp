@@ -20,8 +20,8 @@ namespace internal {
 template <unsigned layers>
 class waiting_levels {
  public:
-  /// Leaves the empty `level`; the highest level below it that sites have been pushed to and that has not been left since,
-  /// or 0. No site may wait there: the flood often takes all sites of a component that it has left for one inside.
+  /// Leaves the empty `level`. Returns the highest level below it that sites have been pushed to since it was left, or
+  /// 0. Perhaps none waits there now: the flood often takes all sites of a component that it has left for an inner one.
   unsigned next_below(unsigned level) {
     levels_.erase(level);
     const unsigned below = levels_.greatest_below(level);
@@ -32,7 +32,6 @@ class waiting_levels {
   /// No levels of `n`. \throws std::bad_alloc
   explicit waiting_levels(std::size_t n) : levels_(n) {}
 
-  /// A site waits at `level`.
   void insert(unsigned level) { levels_.insert(level); }
 
  private:

@@ -16,15 +16,15 @@ namespace tree {
 
 namespace internal {
 
-/// A domain whose sites stand for the nodes of a tree: node number k is the site number k in raster order.
+/// A domain whose sites stand for nodes: node number k is the site number k in raster order.
 ///
-/// Rows of 32768 sites, as many as are needed, without border: the place of a node in the block of an image on the
-/// sheet is its number, and number and site lead to each other without a table.
+/// Rows of 32768 sites without border: the number of a node is its place in the block of an image on the sheet, and
+/// number and site lead to each other without a table.
 struct node_sheet {
   static constexpr unsigned ncols = 32768;
 
-  /// The sheet of `n` nodes. It may have some sites more: beyond the first row, and one beside a single node, for a fill
-  /// of one element leaves its trace scope open.
+  /// The sheet of `n` nodes. It may have more sites: beyond the first row it has whole rows, and for a single node two
+  /// sites, because a fill of one element leaves its trace scope open.
   static box2d domain(unsigned n) {
     const unsigned last = std::max(n, 2u) - 1;
     return {point2d(0, 0), point2d(qel::internal::narrowed<short>(last / ncols),

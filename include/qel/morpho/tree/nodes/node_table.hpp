@@ -2,6 +2,10 @@
 #ifndef QEL_MORPHO_TREE_NODES_NODE_TABLE_HPP
 #define QEL_MORPHO_TREE_NODES_NODE_TABLE_HPP
 
+// Nodes by number. The plain form of a tree is an image that has at each site its parent. The fast form is a table with
+// an entry for each node: walks over nodes read it nearly in sequence. The test
+// `node_table.is_that_of_union_find_for_every_sweep_and_neighbourhood` holds the two equal.
+
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/site_set/box_piter.hpp>
@@ -18,12 +22,10 @@ namespace morpho {
 
 namespace tree {
 
-/// A component tree of an image of type I with numbers for names: what the walks over nodes need, close together in
-/// memory.
+/// A component tree of an image of type I, its nodes numbered from 0.
 ///
-/// Numbers run from 0 to the number of nodes less 1. After a flood, nodes that are neighbours in the image mostly have
-/// numbers near each other, so that a table by number is read nearly in sequence where the image is. Where a node is meant to be a
-/// site, for an algorithm that runs on trees and images, it is a site of the `internal::node_sheet`.
+/// After a flood, neighbours in the image mostly have numbers near each other. Where an algorithm runs on trees and
+/// images, a node is a site of the `internal::node_sheet`.
 template <typename I>
 struct node_table {
   /// A site of the image.
@@ -40,7 +42,7 @@ struct node_table {
 
 namespace internal {
 
-/// The parent of the site `p`: the canonical site of its node or, if it is that itself, of the parent node.
+/// The parent of the site `p`: the canonical site of its node; if `p` is canonical, that of the parent node.
 template <typename I>
 const typename I::psite& parent_in(const node_table<I>& table, const typename I::psite& p) {
   const unsigned k = table.number(p);

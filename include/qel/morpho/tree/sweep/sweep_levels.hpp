@@ -2,10 +2,10 @@
 #ifndef QEL_MORPHO_TREE_SWEEP_SWEEP_LEVELS_HPP
 #define QEL_MORPHO_TREE_SWEEP_SWEEP_LEVELS_HPP
 
-// The levels of an image in sweep order: small integers that stand for the values, greater ones nearer to the leaves.
+// The levels of an image in sweep order: small integers for the values, greater ones nearer to the leaves.
 //
-// 0 is kept for "not to be visited". Values of 8 and 16 bits are numbered as they are, with gaps; wider ones by their
-// rank among the values of the image, read off the site array.
+// 0 means "not to be visited". Values of 8 and 16 bits are numbered as they are, with gaps; wider ones by their rank
+// among the values of the image, which the site array tells.
 
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
@@ -31,11 +31,10 @@ namespace internal {
 template <typename T>
 inline constexpr bool levels_are_values = std::is_integral_v<T> && sizeof(T) <= 2;
 
-/// The type of a level: 16 bits where 257 levels do.
+/// The type of a level: 16 bits hold 257 levels.
 template <typename T>
 using sweep_level_t = std::conditional_t<sizeof(T) == 1, unsigned short, unsigned>;
 
-/// Levels that are the values themselves.
 template <typename I, typename L>
 std::vector<unsigned> set_levels_by_value(const I& f, const sweep_order& order, L& levels) {
   using value_t = typename I::value;
@@ -54,14 +53,14 @@ std::vector<unsigned> set_levels_by_value(const I& f, const sweep_order& order, 
   return counts;
 }
 
-/// Levels that are ranks: the sites of one value stand together in `s`.
+/// Levels that are ranks: in `s`, the sites of one value stand together.
 template <typename I, typename L, typename S>
 std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
   const unsigned n = s.nsites();
   std::vector<unsigned> below;
   qel::internal::reserve_large(below, std::size_t{n} + 1);
   below.push_back(0);
-  // The walk jumps about in the image: what it needs soon is fetched from memory ahead of it.
+  // The walk jumps about in the image: fetch ahead.
   constexpr unsigned ahead = 24;
   typename I::value last{};
   for (unsigned i = 0; i < n; ++i) {
@@ -78,7 +77,7 @@ std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
   return below;
 }
 
-/// Gives the sites of the domain their levels, from 1 up. Returns for each level the number of sites that have a lower one.
+/// Gives the sites of the domain their levels, from 1 up. Returns for each level the number of sites of lower ones.
 template <typename I, typename L, typename S>
 std::vector<unsigned> set_sweep_levels(const I& f, const S& s, const sweep_order& order, L& levels) {
   if constexpr (levels_are_values<typename I::value>)
@@ -87,8 +86,7 @@ std::vector<unsigned> set_sweep_levels(const I& f, const S& s, const sweep_order
     return set_levels_by_rank(f, stored_sites(s), levels);
 }
 
-/// The place in their block of a site of the lowest level. `below` tells for each level the number of sites that have a
-/// lower one.
+/// The place in its block of a site of the lowest level. `below` has for each level the number of sites of lower ones.
 template <typename L>
 unsigned lowest_place(const L& levels, const std::vector<unsigned>& below) {
   typename L::value lowest = 1;

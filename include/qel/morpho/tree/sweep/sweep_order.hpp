@@ -12,7 +12,7 @@ namespace tree {
 
 namespace internal {
 
-/// What a sorted site array tells of its order: the direction of the values, and of the sites of one value.
+/// The order of a sorted site array: the direction of the values, and of the sites of one value.
 struct sweep_order {
   bool increasing = true;   ///< values ascend: the tree is a max-tree
   bool raster_ties = true;  ///< sites of one value are in raster order, not against it
@@ -34,7 +34,7 @@ sweep_order order_of(const I& f, const S& s) {
   return order;
 }
 
-/// The sites of `s` where a loop reads them best: a site array is that itself.
+/// What a loop over the sites of `s` reads: a site array itself.
 template <typename S>
 const S& stored_sites(const S& s) {
   return s;

@@ -2,6 +2,11 @@
 #ifndef QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP
 #define QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP
 
+// The sites of an image in sweep order. The plain form is the array of `data::sort_psites_increasing` or `_decreasing`.
+// The fast form, `sweep_sites`, knows the order and makes the array only for a reader of sites, which a profile often
+// lacks. The test `component_tree.nodes_alone_have_the_attributes_of_the_whole_tree` holds trees and attributes of both
+// equal.
+
 #include <qel/core/concept/site_set.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/site_set/p_array.hpp>
@@ -21,12 +26,11 @@ namespace morpho {
 
 namespace tree {
 
-/// The sites of an image of type I in the sweep order of its min-tree or max-tree: the array that the sorts give, made
-/// when a site is first asked for.
+/// The sites of an image of type I in the sweep order of its min-tree or max-tree. The first read of a site sorts them.
 ///
-/// With values of 8 and 16 bits the flood needs of the array its order only, and so do accumulators of a `node_tree` on an
-/// `image2d` in which no node has very many children: then it is never made. An outline shows the sort where the
-/// definition has it: with tracing on, it is made at once.
+/// With values of 8 and 16 bits the flood needs the order only. So do accumulators of a `node_tree` on an `image2d`,
+/// unless a node has very many children (`has_wide_node`). With tracing on the sites are sorted at once, where the
+/// outline of the definition has it.
 ///
 /// The image is only referred to: keep it alive and unchanged.
 template <typename I>
@@ -42,20 +46,19 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   using bkd_piter = p_indexed_bkd_piter<sweep_sites>;
 
   /// \param increasing whether values ascend, for a max-tree, or descend, for a min-tree.
-  /// \pre the domain of `f` has sites, and no value is NaN.
+  /// \pre as for the sorts: `data::sort_psites_increasing`.
   sweep_sites(const I& f, bool increasing) : f_(f), increasing_(increasing) {
     if (!trace::quiet) array();
   }
 
-  /// Not copied: it refers to the image, and the array is large.
+  /// Not copied: it refers to the image.
   sweep_sites(const sweep_sites&) = delete;
   /// Not assigned.
   sweep_sites& operator=(const sweep_sites&) = delete;
 
-  /// Turns to the other direction: what has been given out before ends here. Where the one array is the mirror of the other,
-  /// that is with values of more than 8 bits, an array made before is turned round, in one pass and no new memory;
-  /// otherwise it is released. With tracing on the sites are sorted anew, as the outline has it.
-  ///
+  /// Turns to the other direction: the sites read so far are no longer valid. For all but 8-bit integers one array is
+  /// the mirror of the other: an array made before is turned round, in one pass and no new memory. For 8 bits it is
+  /// released. With tracing on the sites are sorted anew, as in the outline of the definition.
   /// \throws std::bad_alloc with tracing on.
   void turn() {
     increasing_ = !increasing_;
@@ -66,10 +69,7 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
     if (!trace::quiet) array();
   }
 
-  /// The sorted sites. Made at the first call.
-  ///
-  /// Cost of the first call: that of the sort, and 4 bytes a site.
-  ///
+  /// The sorted sites. Cost of the first call: that of the sort, and 4 bytes a site.
   /// \throws std::bad_alloc at the first call.
   const p_array2d& array() const {
     if (array_.nsites() == 0)
@@ -80,7 +80,7 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   /// Number of sites.
   unsigned nsites() const { return f_.domain().nsites(); }
 
-  /// Whether the index of `q` is that of a site; the site itself is not looked at.
+  /// Whether the index of `q` is that of a site; the site of `q` plays no part.
   bool has(const psite& q) const { return q.index() >= 0 && static_cast<unsigned>(q.index()) < nsites(); }
 
   /// Site number `i`. See `array()`. \pre `i < nsites()`.
@@ -89,13 +89,13 @@ class sweep_sites : public Site_Set<sweep_sites<I>> {
   /// Always true.
   bool is_valid() const { return true; }
 
-  /// The order, without a look at the sites.
+  /// The order, without reading a site.
   internal::sweep_order order() const { return {increasing_, increasing_ || !is_mirrored()}; }
 
-  /// What a flood asks instead of the sites.
+  /// What a flood asks.
   friend auto order_of(const I&, const sweep_sites& s) { return s.order(); }
 
-  /// For loops over all sites.
+  /// What a loop over the sites reads.
   friend const p_array2d& stored_sites(const sweep_sites& s) { return s.array(); }
 
  private:

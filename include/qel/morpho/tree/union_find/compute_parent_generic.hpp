@@ -2,15 +2,14 @@
 #ifndef QEL_MORPHO_TREE_UNION_FIND_COMPUTE_PARENT_GENERIC_HPP
 #define QEL_MORPHO_TREE_UNION_FIND_COMPUTE_PARENT_GENERIC_HPP
 
-// The parent image of a component tree, by union-find over the sites in sweep order: the plain form, for any image,
-// site array and neighbourhood.
+// The parent image of a component tree by union-find over the sites in sweep order: the plain form, for any image, site
+// array and neighbourhood. The fast form is `internal::flood`; the test
+// `node_table.is_that_of_union_find_for_every_sweep_and_neighbourhood` holds the two equal.
 //
-// Terms. A node is a maximal set of sites of one value v in one connected component of the sites swept up to v. Its
-// canonical site is the one with the least index in the sweep order, and names the node. In the result a site that is
-// not canonical points to the canonical site of its node, a canonical site to that of the parent node, and the root,
-// the first site of the order, to itself.
-//
-// An increasing order gives a max-tree, a decreasing one a min-tree; the computation knows no direction.
+// An increasing order gives a max-tree, a decreasing one a min-tree; the code knows no direction. In a max-tree, a node
+// is the set of all sites of value v in a connected component of the sites of v or more. Its canonical site, the first
+// in the sweep order, names it. In the result a canonical site points to the canonical site of the parent node, any
+// other site to that of its own node, and the root, the first site of the order, to itself.
 
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
@@ -30,7 +29,7 @@ namespace tree {
 
 namespace internal {
 
-/// The place for checks of the arguments of `compute_parent`; there are none so far.
+/// For checks of the arguments of `compute_parent`; there are none.
 template <typename I, typename N, typename S>
 void compute_parent_tests(const Image<I>&, const Neighborhood<N>&, const Site_Set<S>&) {}
 
@@ -40,8 +39,8 @@ namespace impl {
 
 namespace generic {
 
-/// The raw forest: the sites are taken in reverse order, and each becomes the parent of the finished components
-/// around it. There is no union by rank: the root of a merged set has to be the site taken last.
+/// The raw forest: takes the sites in reverse order, and makes each the parent of the finished components around it.
+/// No union by rank: the root of a merged set has to be the site taken last.
 template <typename I, typename N, typename S, typename P>
 void sweep(const I& f, const N& nbh, const S& s, P& parent) {
   using site = typename I::site;
@@ -69,8 +68,8 @@ void sweep(const I& f, const N& nbh, const S& s, P& parent) {
   }
 }
 
-/// Makes every site point to a canonical site. One forward pass settles all, for the site's parent has been settled
-/// before it: if the parent is not canonical, its own parent is the canonical site of its node.
+/// Makes every site point to a canonical site. One forward pass is enough, because the site's parent is settled before
+/// it: if the parent is not canonical, its own parent is the canonical site of its node.
 template <typename I, typename S, typename P>
 void canonicalize(const I& f, const S& s, P& parent) {
   typename S::fwd_piter p(s);
@@ -80,7 +79,6 @@ void canonicalize(const I& f, const S& s, P& parent) {
   }
 }
 
-/// See `tree::compute_parent`; for any image, site array and neighbourhood.
 template <typename I, typename N, typename S>
 typename trait::ch_value<I, typename I::psite>::ret compute_parent(const Image<I>& f, const Neighborhood<N>& nbh,
                                                                    const Site_Set<S>& s) {

@@ -13,9 +13,9 @@ namespace tree {
 
 namespace internal {
 
-/// The root of `x` in the union-find forest `zpar`; every site on the way is made to point straight at it.
+/// The root of `x` in the union-find forest `zpar`. Makes every site on the way point straight at it.
 ///
-/// Two loops and no recursion: a chain in a real image has millions of sites, the host's stack 8 MB.
+/// No recursion: a chain in a real image has millions of sites, the host's stack 8 MB.
 inline point2d zfind_root(image2d<point2d>& zpar, const point2d& x) {
   point2d root = x;
   while (zpar(root) != root) root = zpar(root);

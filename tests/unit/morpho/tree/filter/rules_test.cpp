@@ -33,7 +33,7 @@ using namespace unit;
 namespace filter = qel::morpho::tree::filter;
 using qel::morpho::tree::propagate_representative;
 
-/// Passes where the mark of a node is `least` at least. Marks are from 0 to 99.
+/// Passes where the mark of a node is `least` or more. Marks are from 0 to 99.
 auto marked(const image2d<int>& marks, int least) { return qel::pw::value_(marks) >= qel::pw::cst_(least); }
 
 /// An image like `f` of random values of any magnitude up to a limit, border included.
@@ -49,7 +49,7 @@ template <typename T>
 class filter_rules : public ::testing::Test {};
 TYPED_TEST_SUITE(filter_rules, support::value_types, support::value_type_names);
 
-// The definition: from the leaves upward, each node that fails moves its whole subtree. All wraps.
+// The definition: from the leaves upward, each node that fails moves its whole subtree. Everything wraps.
 TYPED_TEST(filter_rules, sub_equals_the_moves_of_whole_subtrees) {
   for_random_trees<TypeParam>([](const tree_of<TypeParam>& tree, bool, auto&, auto& engine) {
     const auto marks = random_values<int>(tree.f(), 100, engine);
@@ -105,8 +105,8 @@ TYPED_TEST(filter_rules, laws) {
   });
 }
 
-/// Checks each rule by many predicates at once against the same by one after the other: random attributes and
-/// thresholds, in no order, some equal and some NaN.
+/// Checks each rule by many predicates at once against one after the other: random attributes and thresholds, in no
+/// order, some equal and some NaN.
 template <typename T>
 void expect_batches_to_equal_single_calls(const tree_of<T>& tree, support::random_engine& engine) {
   const qel::morpho::tree::node_tree nodes(tree);

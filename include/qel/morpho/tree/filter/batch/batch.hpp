@@ -4,13 +4,12 @@
 
 // The rules for many predicates at once, on a node tree.
 //
-// Each function gives what its namesake in `filter` gives for each predicate by itself, to the bit; read that one for
-// what the rule means. The namesakes walk over the nodes for each predicate, and look for the same nodes and parents
-// each time. Here a walk serves eight of them: the answers about a node are the bits of a byte, which the rule carries
-// to children or parents, and the values of all planes are written where the walk comes by. The predicates are asked
-// about every node first, in the order of the numbers, also where a namesake would not ask.
+// Each function gives for each predicate what the rule of its name in `filter` gives, to the bit, and what the rule
+// means stands there. One walk serves eight predicates: bit k of a node's byte is predicate k's answer. The rule passes
+// the byte to children or parents and writes all eight planes on the way. Every node is asked about first, in the order
+// of the numbers, also where the plain rule would not ask. Nothing is traced.
 //
-// Nothing of this is traced.
+// Cost: one walk over the nodes for each eight predicates, two for `max`; memory for the results, and a byte a node.
 
 #include <qel/core/internal/wrapping.hpp>
 #include <qel/morpho/tree/filter/batch/failures.hpp>
@@ -37,8 +36,7 @@ namespace internal {
 
 using filter::internal::failure_bits;
 
-/// Calls `visit(node, parent)` with the numbers of each node and its parent, each node before its parent. A root is its
-/// own parent.
+/// Calls `visit(node, parent)` with the numbers of each node and its parent (a root is its own), nodes before parents.
 template <typename T, typename Visit>
 void for_each_upward(const node_tree<T>& nodes, Visit visit) {
   using tree::internal::node_sheet;
@@ -47,7 +45,7 @@ void for_each_upward(const node_tree<T>& nodes, Visit visit) {
     visit(node_sheet::number(upward[i]), node_sheet::number(nodes.parent(upward[i])));
 }
 
-/// The same, each node after its parent.
+/// The same, with each node after its parent.
 template <typename T, typename Visit>
 void for_each_downward(const node_tree<T>& nodes, Visit visit) {
   using tree::internal::node_sheet;
@@ -56,15 +54,14 @@ void for_each_downward(const node_tree<T>& nodes, Visit visit) {
     visit(node_sheet::number(upward[i]), node_sheet::number(nodes.parent(upward[i])));
 }
 
-/// The node values of some planes, as they are written: a node after its parent, all planes of a node at once. A root
-/// keeps its value.
+/// The node values of some planes, written node by node, parents first. A root keeps its value.
 template <typename T>
 class planes {
  public:
   using value = typename node_tree<T>::value;
   using function = typename node_tree<T>::function;
 
-  /// `n` planes, in which nothing has been set. \throws std::bad_alloc
+  /// `n` planes, not set. \throws std::bad_alloc
   planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), n_(n) {
     images_.reserve(n);
     for (std::size_t k = 0; k < n; ++k) {
@@ -81,7 +78,7 @@ class planes {
     for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = (removed >> k & 1) != 0 ? plane_[k][parent] : own;
   }
 
-  /// The same, but in the others `node` moves as far as its parent has moved.
+  /// The same, but in the others `node` moves as far as its parent has.
   void replace_or_shift(unsigned node, unsigned parent, failure_bits removed) {
     using qel::internal::difference;
     const value own = input_[node];
@@ -108,7 +105,7 @@ class planes {
   std::vector<function> images_;
 };
 
-/// The planes of all predicates from `first` to `last`: `write(planes, failures)` fills those of some at a time.
+/// The planes of all predicates from `first` to `last`; `write(planes, failures)` fills up to eight.
 template <typename T, typename P, typename Write>
 std::vector<typename node_tree<T>::function> in_batches(const node_tree<T>& nodes, const P* first, const P* last,
                                                         Write write) {
@@ -126,10 +123,7 @@ std::vector<typename node_tree<T>::function> in_batches(const node_tree<T>& node
 
 }  // namespace internal
 
-/// `filter::min` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of nodes.
-///
-/// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
-///
+/// `filter::min` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, const P* first, const P* last) {
@@ -141,10 +135,7 @@ std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, cons
   });
 }
 
-/// `filter::max` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of nodes.
-///
-/// Cost: two walks over the nodes for each eight predicates; memory for the results, and a byte for each node.
-///
+/// `filter::max` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, const P* first, const P* last) {
@@ -155,11 +146,7 @@ std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, cons
   });
 }
 
-/// `filter::direct` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of
-/// nodes.
-///
-/// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
-///
+/// `filter::direct` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, const P* first, const P* last) {
@@ -169,10 +156,7 @@ std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, c
   });
 }
 
-/// `filter::sub` by each of the predicates from `first` to `last`: the node values that come out, on the sheet of nodes.
-///
-/// Cost: one walk over the nodes for each eight predicates; memory for the results, and a byte for each node.
-///
+/// `filter::sub` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> sub(const node_tree<T>& nodes, const P* first, const P* last) {

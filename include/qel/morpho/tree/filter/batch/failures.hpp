@@ -22,17 +22,17 @@ namespace filter {
 
 namespace internal {
 
-/// The answers of some predicates about a node: bit k is set if it fails predicate k.
+/// The answers about a node: bit k is set if it fails predicate k.
 using failure_bits = unsigned char;
 
 inline constexpr std::size_t most_predicates = std::numeric_limits<failure_bits>::digits;
 
-/// The bits of each of `n` nodes, by number.
+/// The failures of each of `n` nodes, by number.
 ///
-/// Nodes are asked in the order of their numbers, some hundred at a time by one predicate after the other: where a
-/// predicate reads an image and compares, as most do, a compiler makes vector instructions of the inner loop.
+/// One predicate asks 256 nodes in a row before the next does: where it reads an image and compares, as most do, the
+/// compiler makes vector instructions of the inner loop.
 ///
-/// \param predicates the first of `npredicates`, which are `most_predicates` at most.
+/// \param predicates the first of `npredicates`, at most `most_predicates`.
 /// \throws std::bad_alloc
 template <typename P>
 std::vector<failure_bits> failures(unsigned n, const P* predicates, std::size_t npredicates) {

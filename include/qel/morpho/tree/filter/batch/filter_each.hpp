@@ -19,7 +19,7 @@ namespace tree {
 
 namespace internal {
 
-/// Whether rules of type Rule have a form for many predicates of type P.
+/// Whether rules of type Rule have a `batch` for predicates of type P.
 template <typename Rule, typename Nodes, typename P, typename = void>
 inline constexpr bool has_batch = false;
 template <typename Rule, typename Nodes, typename P>
@@ -32,9 +32,9 @@ inline constexpr bool
 
 /// Filters the nodes once for each predicate from `first` to `last`: their values, as images on the sheet of nodes.
 ///
-/// \param rule called as `rule(nodes, values, predicate)`, with a copy of the node values. If it can be called as
-///             `rule.batch(nodes, first, last)`, which gives all results at once, then so; but not while it is traced,
-///             for an outline shows one predicate after the other.
+/// \param rule called as `rule(nodes, values, predicate)`, with a copy of the node values. If it has
+///             `rule.batch(nodes, first, last)`, which gives all results at once, that is called instead, unless it is
+///             traced: an outline shows one predicate after the other.
 /// \throws std::bad_alloc, and what the rule throws.
 template <typename T, typename P, typename Rule>
 std::vector<typename node_tree<T>::function> filter_each(const node_tree<T>& nodes, const P* first, const P* last,

@@ -2,11 +2,11 @@
 #ifndef QEL_MORPHO_TREE_FILTER_BATCH_FILTER_PLANES_HPP
 #define QEL_MORPHO_TREE_FILTER_BATCH_FILTER_PLANES_HPP
 
-// Many filterings of one tree.
-//
-// A rule reads and changes values of nodes only, and every pixel has the value of its node. So the rule runs on
-// the node values alone, and the pixels look their node's value up on the way out. The numbers of the nodes are much
-// larger than the values: they are read once for several planes.
+// Many filterings of one tree. In the plain form a rule runs on the image, once for each predicate. Every pixel has the
+// value of its node, so here it runs on the node values, for up to eight predicates at once (`batch`). Pixels look
+// their values up on the way out, several planes in one walk: the numbers of the nodes are most of what the walk reads.
+// The tests `filter_batch.equals_single_calls` and `filter_batch.equals_single_calls_on_a_sheet_of_many_rows` hold many
+// predicates at once equal to one after the other.
 
 #include <qel/morpho/tree/filter/batch/filter_each.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
@@ -23,8 +23,8 @@ namespace tree {
 
 namespace internal {
 
-/// How many planes go out together: as many as have node values of 8 bytes a pixel or less together, which is what the
-/// flood had for levels and queues and has given back; but 16 at most, for more save no time worth their memory.
+/// How many planes go out together: as many as have 8 bytes of node values a pixel, which the flood used for levels and
+/// queues and has given back; 16 at most, because more save no time worth their memory.
 template <typename T>
 std::size_t planes_at_once(const node_tree<T>& nodes) {
   const std::size_t budget = std::size_t{8} * nodes.table().number.domain().nsites();
@@ -36,18 +36,18 @@ std::size_t planes_at_once(const node_tree<T>& nodes) {
 
 /// Filters the nodes once for each predicate, and gives the results to `sink` in this order.
 ///
-/// `sink.filtered(nodes, values)` is called for each group of results. `values` is a vector of images on the sheet of
-/// the nodes, one for each plane: the plane has at the pixel p the value `values[k].element(number(p))`, where `number`
-/// is `nodes.table().number`. `spread_node_values` writes it out. The sink may keep the images.
+/// `sink.filtered(nodes, values)` takes some results at a time. `values` is a vector of images on the sheet of nodes,
+/// one for each plane: the value of the pixel p is `values[k].element(nodes.table().number(p))`. `spread_node_values`
+/// writes it out. The sink may keep the images.
 ///
-/// Cost: one walk over the nodes for each predicate, or for some at a time if the rule can do so; memory for the node
-/// values of as many planes as go out together.
+/// Cost: one walk over the nodes for each predicate, or for eight if the rule has a `batch`; memory for the node values
+/// of the planes that go out together.
 ///
 /// \param nodes      of a min-tree or a max-tree.
-/// \param predicates the nodes that are to stay, as functions of sites of the sheet: `pw::value_(attribute) >=
-///                   pw::cst_(threshold)`, or whatever the rules take.
-/// \param rule       called as `rule(nodes, values, predicate)`: an object of `filter::rule`, or one of your own. What more
-///                   it may offer, see `filter_each`.
+/// \param predicates true for the sites of the sheet whose nodes stay, such as `pw::value_(attribute) >=
+///                   pw::cst_(threshold)`, or any callable.
+/// \param rule       called as `rule(nodes, values, predicate)`: an object of `filter::rule`, or one of your own. See
+///                   `filter_each` for `batch`.
 /// \throws std::bad_alloc, and what rule and sink throw.
 template <typename T, typename P, typename Rule, typename Sink>
 void filter_planes(const node_tree<T>& nodes, const std::vector<P>& predicates, const Rule& rule, Sink&& sink) {

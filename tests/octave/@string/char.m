@@ -1,0 +1,4 @@
+% SPDX-License-Identifier: MIT
+function characters = char (text)
+  characters = text.characters;
+end
