@@ -132,7 +132,7 @@ run scene.tif b.tif area 500
 # only copy to.
 run scene.tif out.tif area 100 -b 1
 for format in ENVI COG PNG; do
-  option=(-of $format)
+  option=(-of "$format")
   [[ $format != PNG ]] || option=()
   run -b 1 scene.tif out.$format area 100 "${option[@]}"
   shows out.$format "$([[ $format == COG ]] && echo LAYOUT=COG || echo "Driver: $format/")"
