@@ -100,7 +100,8 @@ void part_files::check(const settings& wanted, int bands) const {
   for (const part& p : parts_) {
     for (const auto& [name, value] : wanted)
       if (value_of(p, name) != value)
-        throw failure(p.path + " is of another call: " + name + " is " + value_of(p, name) + ", not " + value);
+        throw failure(std::string(p.path).append(" is of another call: ").append(name).append(" is ") +
+                      value_of(p, name) + ", not " + value);
     if (p.bands != bands)
       throw failure(p.path + " has " + std::to_string(p.bands) + " bands, not " + std::to_string(bands));
   }

@@ -43,7 +43,8 @@ bool fits(const task& t, std::int64_t budget, std::int64_t window_pixels, std::i
 /// of the size that fits are mostly block.
 std::int64_t guessed_overlap(const task& t, std::int64_t budget) {
   const double enough = std::ceil(t.reach);
-  const double bound = std::sqrt(static_cast<double>(budget / t.window_bytes)) / 8;
+  const std::int64_t window_pixels = budget / t.window_bytes;
+  const double bound = std::sqrt(static_cast<double>(window_pixels)) / 8;
   return static_cast<std::int64_t>(std::clamp(enough, 1.0, std::max(1.0, bound)));
 }
 
@@ -138,8 +139,12 @@ plan make_plan(const task& t) {
   }
   const std::int64_t side = std::min(t.block.value_or(suitable), longest(t.part));
   const auto possible = [&](std::int64_t memory) {
-    const std::int64_t pixels = block_pixels(t, t.block ? side : std::min(least_side, longest(t.part)));
-    return fits(t, budget_of(memory), pixels, pixels);
+    const std::int64_t least = t.block ? side : std::min(least_side, longest(t.part));
+    const std::int64_t pixels = block_pixels(t, least);
+    const std::int64_t bytes = budget_of(memory);
+    const std::int64_t around = t.overlap ? 0 : guessed_overlap(t, bytes);
+    return fits(t, bytes, pixels, pixels) &&
+           (t.provable || windows_fit(t, least, around, bytes - kept_for_planes(t, bytes, pixels)));
   };
   if (!possible(t.memory) || side < 1) {
     const std::string enough = std::to_string(least_memory(possible));

@@ -56,6 +56,7 @@ class profile_file {
   template <typename T>
   void write(int first_band, const rectangle& place, const std::vector<std::vector<T>>& planes) {
     std::vector<const void*> pixels;
+    pixels.reserve(planes.size());
     for (const std::vector<T>& plane : planes) pixels.push_back(plane.data());
     write_planes(first_band, place, gdal_type_of<T>(), pixels);
   }
