@@ -55,7 +55,7 @@ void write_block_profile(const block_task& task, const settings& wanted, const s
 /// What windows around blocks need.
 struct window_needs {
   std::int64_t bytes = 0;  ///< memory for each pixel, at worst
-  double reach = 0;        ///< pixels from end to end of most regions that do not reach the largest threshold; 0 for inertia and std
+  double reach = 0;        ///< pixels from end to end of most regions below the largest threshold; 0 for inertia, std
 };
 
 /// Those of blocks of values of type T by the settings.
