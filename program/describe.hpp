@@ -4,40 +4,32 @@
 
 // What the output says of itself.
 
-#include <array>
-#include <charconv>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "program/part_files.hpp"
 #include "program/request.hpp"
+#include "program/text.hpp"
 #include "program/version.hpp"
 
 namespace program {
 
-/// The shortest text that is read as the same number.
-template <typename N>
-std::string text_of(N number) {
-  std::array<char, 32> text;
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
-}
-
 /// The texts of `numbers` with blanks between.
-template <typename N>
-std::string list_of(const std::vector<N>& numbers) {
+template <typename List>
+std::string list_of(const List& numbers) {
   std::string list;
-  for (const N number : numbers) list += (list.empty() ? "" : " ") + text_of(number);
+  for (const auto number : numbers) list += (list.empty() ? "" : " ") + text_of(number);
   return list;
 }
 
 /// What each plane of a band is, in their order. Thresholds are told as they are compared: areas as integers.
 template <typename L>
-std::vector<std::string> plane_descriptions(int band, const std::string& attribute, const std::vector<L>& thresholds) {
-  const std::string name = "band " + std::to_string(band);
-  std::vector<std::string> texts = {name};
+std::vector<std::string> plane_descriptions(const std::string& band, const std::string& attribute,
+                                            const std::vector<L>& thresholds) {
+  std::vector<std::string> texts = {band};
   for (const L threshold : thresholds) {
     const auto text = [&](const char* side) {
-      return std::string(name).append(", ").append(attribute).append(side).append(text_of(threshold));
+      return std::string(band).append(", ").append(attribute).append(side).append(text_of(threshold));
     };
     texts.insert(texts.begin(), text(", dark < "));
     texts.push_back(text(", bright < "));
@@ -47,9 +39,8 @@ std::vector<std::string> plane_descriptions(int band, const std::string& attribu
 
 /// The settings of a profile, as metadata of its file.
 template <typename L>
-std::vector<std::pair<std::string, std::string>> settings_of(const request& r, const std::string& attribute,
-                                                             const std::string& rule, const std::vector<L>& thresholds,
-                                                             const std::vector<int>& bands, bool exact) {
+settings settings_of(const request& r, const std::string& attribute, const std::string& rule,
+                     const std::vector<L>& thresholds, const std::vector<int>& bands, bool exact) {
   return {{"ATTRIBUTE", attribute},
           {"THRESHOLDS", list_of(thresholds)},
           {"CONNECTIVITY", std::to_string(r.connectivity)},

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 
 #include "program/failure.hpp"
+#include "program/warn.hpp"
 
 namespace program {
 namespace {
@@ -15,26 +17,43 @@ std::string one_line(std::string text) {
   return text;
 }
 
+/// Some warnings are repeated for each band, block and thread.
+void warn_once(const std::string& text) {
+  static std::mutex mutex;
+  static std::set<std::string> shown;
+  const std::lock_guard lock(mutex);
+  if (shown.insert(text).second) warn(text);
+}
+
 }  // namespace
-
-gdal_errors::gdal_errors(bool show_warnings) : show_warnings_(show_warnings) { CPLPushErrorHandlerEx(take, this); }
-
-gdal_errors::~gdal_errors() { CPLPopErrorHandler(); }
 
 void CPL_STDCALL gdal_errors::take(CPLErr kind, CPLErrorNum, const char* text) {
   auto& self = *static_cast<gdal_errors*>(CPLGetErrorHandlerUserData());
   if (kind >= CE_Failure) {
+    const std::lock_guard lock(self.mutex_);
     if (self.reason_.empty()) self.reason_ = one_line(text);
-  } else if (kind == CE_Warning && self.show_warnings_ && text != self.last_warning_) {
-    self.last_warning_ = text;  // some are repeated for each band or block
-    static_cast<void>(std::fprintf(stderr, "attribute-profile: warning: %s\n", one_line(text).c_str()));
+  } else if (kind == CE_Warning && self.show_warnings_) {
+    warn_once(one_line(text));
   }
 }
 
-void gdal_errors::check(const std::string& what) const {
-  if (!reason_.empty()) fail(what);
+std::string gdal_errors::reason() const {
+  const std::lock_guard lock(mutex_);
+  return reason_;
 }
 
-void gdal_errors::fail(const std::string& what) const { throw failure(reason_.empty() ? what : what + ": " + reason_); }
+void gdal_errors::check(const std::string& what) const {
+  if (!reason().empty()) fail(what);
+}
+
+void gdal_errors::fail(const std::string& what) const {
+  const std::string why = reason();
+  throw failure(why.empty() ? what : what + ": " + why);
+}
+
+void gdal_errors::forget() {
+  const std::lock_guard lock(mutex_);
+  reason_.clear();
+}
 
 }  // namespace program

@@ -8,7 +8,8 @@
 
 namespace program {
 
-/// Lets SIGINT and SIGTERM end the program at the next step, so that it can delete what is not complete.
+/// Lets SIGHUP, SIGINT and SIGTERM end the program at the next step, so that it can delete what is not complete. A signal
+/// that is ignored stays so.
 void catch_signals();
 
 /// Throws a `failure` if such a signal has come.

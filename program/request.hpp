@@ -18,13 +18,15 @@ struct request {
   std::vector<double> thresholds;
   std::vector<int> bands;  ///< from 1; none: all
   int connectivity = 4;
-  std::string rule;  ///< empty: the default of the attribute
-  std::string driver = "GTiff";
+  std::string rule;    ///< empty: the default of the attribute
+  std::string driver;  ///< empty: by the extension of the output
   std::vector<std::string> creation_options;
   std::optional<std::array<std::int64_t, 4>> srcwin;  ///< XOFF YOFF XSIZE YSIZE
   std::optional<std::int64_t> block;                  ///< pixels a side
   std::optional<std::int64_t> overlap;                ///< pixels
   std::optional<std::int64_t> memory;                 ///< megabytes
+  std::optional<int> jobs;                            ///< none: as many as there are cores
+  std::string parts;                                  ///< the folder of parts to be put together; empty: compute
   bool inexact = false;
   bool quiet = false;
 };

@@ -26,6 +26,7 @@ namespace {
 }  // namespace
 
 scene_file::scene_file(const std::string& path, gdal_errors& errors) : path_(path), errors_(errors) {
+  const gdal_errors::scope scope(errors_);
   dataset_.reset(GDALDataset::Open(path.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR));
   if (!dataset_) errors_.fail("can't open " + path);
   if (dataset_->GetRasterCount() == 0) throw failure(path + " has no raster bands; gdalinfo lists its subdatasets");
@@ -69,6 +70,7 @@ std::vector<unsigned char> scene_file::read_mask(GDALRasterBand& mask, const rec
 
 void scene_file::read_block(GDALRasterBand& source, const rectangle& place, GDALDataType type, void* first,
                             std::int64_t pixel_space, std::int64_t line_space) const {
+  const gdal_errors::scope scope(errors_);
   const CPLErr result =
       source.RasterIO(GF_Read, static_cast<int>(place.col), static_cast<int>(place.row), static_cast<int>(place.cols),
                       static_cast<int>(place.rows), first, static_cast<int>(place.cols), static_cast<int>(place.rows),

@@ -69,8 +69,8 @@ function check_planes (image, attribute, thresholds, planes)
   fprintf ('  plane %d is the input; the order of the planes is right\n', n + 1);
 end
 
-% Grey levels, for colours with the weights of ITU-R BT.601. MAP has the colours of an indexed picture, whose values count
-% from 0.
+% Grey levels, for colours with the weights of ITU-R BT.601. MAP has the colours of an indexed picture, whose values
+% count from 0.
 function grey = grey_levels (values, map)
   weights = [0.299; 0.587; 0.114];
   if ~isempty (map)

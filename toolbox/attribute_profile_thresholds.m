@@ -36,11 +36,11 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %   X begins with the last threshold that removes nothing; for the standard
 %   deviation with HIGH / 60, because regions of one value have 0 and go at once;
 %   for the inertia not below 1/6, that of a square, because what has less is
-%   compact.  It ends, at HIGH, with the last threshold by
-%   which one of the two planes keeps a tenth of the standard deviation of I; for
-%   the area with a tenth of the pixels, for the diagonal with a third of the
-%   picture's own, if that is less.  Both ends are searched in two steps, to
-%   about a thousandth of what is searched.
+%   compact.  It ends, at HIGH, with the last threshold by which one of the two
+%   planes keeps a tenth of the standard deviation of I; for the area with a tenth
+%   of the pixels, for the diagonal with a third of the picture's own, if that is
+%   less.  Both ends are searched in two steps, to about a thousandth of what is
+%   searched.
 %
 %   How L is chosen
 %
@@ -57,11 +57,11 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %
 %   Cost
 %
-%   The curve is computed twice, and in part a third time, to find the range; once
-%   if you give it.  One call of attribute_profile gives all its planes if they
-%   take up to 512 MB, which is 4 million pixels of uint8.  If they take more, it
-%   is one call for every 4 thresholds, so that no more than 9 planes are held at
-%   a time (Octave holds the result of a call twice while it returns).
+%   The curve takes 60 thresholds, and up to 180 more find its range, if you do not
+%   give it.  One call of attribute_profile gives all planes of 60 if they take up
+%   to 512 MB, which is 4 million pixels of uint8.  If they take more, it is one call
+%   for every 4 thresholds, so that no more than 9 planes are held at a time (Octave
+%   holds the result of a call twice while it returns).
 %
 %   Errors
 %
@@ -122,23 +122,24 @@ function [I, A, N, C, F, range] = inputs_of (inputs)
     error ('attribute_profile_thresholds: N has to be a whole number of at least 1');
   end
   profile_of (I(1:min (end, 1)), A, 1, C, F);  % wrong inputs fail here, before the work begins
-  if ~isempty (range) && ~(isreal (range) && all (isfinite (range)) && diff (range) > 0 && range(1) >= any (A(1) == 'ad'))
+  lowest = any (A(1) == 'ad');
+  if ~isempty (range) && ~(isreal (range) && all (isfinite (range)) && diff (range) > 0 && range(1) >= lowest)
     error (['attribute_profile_thresholds: the range [LOW HIGH] has to be increasing, with LOW at least 1 for area ' ...
             'and diagonal, at least 0 for inertia and std']);
   end
 end
 
-% Thresholds are spaced evenly in POSITION, whose inverse is THRESHOLD. BOUNDS are the least and the greatest one that can
-% be of use in I.
+% Thresholds are spaced evenly in POSITION, whose inverse is THRESHOLD. BOUNDS are the least and the greatest one that
+% can be of use in I.
 function [position, threshold, bounds] = axis_of (I, A)
   sides = [size(I, 1), size(I, 2)];
   position = @log;
   threshold = @exp;
   switch A(1)
     case 'a'
-      bounds = [1, floor(prod (sides) / 10)];
+      bounds = [1, max(1, floor (prod (sides) / 10))];
     case 'd'
-      bounds = [sqrt(2), norm(sides) / 3];
+      bounds = [sqrt(2), max(sqrt (2), norm (sides) / 3)];
     case 'i'
       % A straight line up to the square and the logarithm from there, with one slope where they meet.
       square = 1 / 6;
@@ -173,6 +174,7 @@ function range = range_of (I, A, C, F, spread_over, bounds)
   [Y_fine, kept_fine] = curve_at (I, A, fine, C, F);
   range = [max([X(1), fine(Y_fine == Y(1))]), max([X(1), fine(kept_fine)])];
   range = min (range, bounds(2));  % what rounding adds
+  range(2) = max (range);
   if A(1) == 's'
     range(1) = range(2) / 60;
   end
@@ -182,8 +184,8 @@ function k = last (flags)
   k = max ([1, find(flags)]);
 end
 
-% The curve at the thresholds X, in as many calls as memory asks for, and for which of them one of the two planes keeps a
-% tenth of the standard deviation of I.
+% The curve at the thresholds X, in as many calls as memory asks for, and for which of them one of the two planes keeps
+% a tenth of the standard deviation of I.
 function [Y, kept] = curve_at (I, A, X, C, F)
   bits = str2double (regexp (class (I), '\d+', 'match', 'once'));
   step = numel (X);
@@ -206,8 +208,8 @@ function AP = profile_of (I, A, L, C, F) %#ok<INUSD>
   evalc ('AP = attribute_profile (I, A, L, C, F);');  % without the line that tells the rule
 end
 
-% For each plane the sum of its values above LOWEST, and that of their squares. In blocks of pixels: doubles of all planes
-% would need up to eight times as much memory as they.
+% For each plane the sum of its values above LOWEST, and that of their squares. In blocks of pixels: doubles of all
+% planes would need up to eight times as much memory as they.
 function [sums, squares] = sums_of (AP, lowest)
   planes = reshape (AP, [], size (AP, 3));
   sums = zeros (1, size (AP, 3));
@@ -368,7 +370,7 @@ end
 %! fail ("attribute_profile_thresholds (I, 'std', 3, 4, 'min', 7)", 'the last of 6 inputs');
 %! fail ("attribute_profile_thresholds (I, 'std', 3, [1e300 1.7e308])", 'from 1e\+300 to 1.7e\+308 there is nothing');
 
-%!test <*the complement and the transpose have the same areas, a constant changes none, twice the levels twice the deviation>
+%!test <*the complement and the transpose have the same areas, twice the levels have twice the deviation>
 %! names = {'uint8', 'int8', 'uint16', 'int16', 'uint32', 'int32', 'uint64', 'int64'};
 %! I = bitand (random_image (20, 30, 'uint8'), 63) + 64 * uint8 (rand (20, 30) > 0.5);
 %! I = I - min (I(:));
@@ -417,8 +419,9 @@ end
 
 %!error <the image is flat> attribute_profile_thresholds (7 * ones (3, 'int8'), 'area', 3)
 %!error <from 1 to 1 there is nothing to choose for 'a'> attribute_profile_thresholds (uint8 (magic (4)), 'a', 3)
-%!error <from 2 to 3 there is nothing to choose for 'area'> attribute_profile_thresholds (uint8 (magic (9)), 'area', 3, [2 3])
+%!error <from 2 to 3 there is nothing> attribute_profile_thresholds (uint8 (magic (9)), 'area', 3, [2 3])
 %!error <nothing to choose for 's'> attribute_profile_thresholds (uint8 ([1 0]), 's', 3)
+%!error <nothing to choose for 'd'> attribute_profile_thresholds (uint8 ([1 0]), 'd', 3)
 %!error <give an image, an attribute and> attribute_profile_thresholds (uint8 (magic (4)), 'area')
 %!test <*N is a whole number, and the inputs are those of a profile>
 %! I = uint8 (magic (4));

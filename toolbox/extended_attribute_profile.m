@@ -207,8 +207,8 @@ end
 %!     profiles_are_stacked (X);
 %!     profiles_are_stacked (X(:,:,2));
 %!     messages_are_those_of_one_band (X);
-%!     one = evalc ("extended_attribute_profile (X(:,:,1), 'area', 3, 4, 'max');");  % no process of its own for one band
-%!     assert (one, "Filtering Rule: max\n");
+%!     one = evalc ("extended_attribute_profile (X(:,:,1), 'area', 3, 4, 'max');");
+%!     assert (one, "Filtering Rule: max\n");  % one band needs no process of its own
 %!     for bad = {{'cluster', 5}, {'cluster'}, {'cluster', 5, 8}}
 %!       fail ("extended_attribute_profile (X, 'area', 3, bad{1}{:})", 'give the connections that pconnect');
 %!     endfor

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 #
-# parallel_test.sh PROGRAM PICTURE: the code of cluster/README.md for GNU parallel runs, and gives what one run gives. Ends
+# parallel_test.sh PROGRAM PICTURE: the code of cluster/README.md by hand and for GNU parallel runs, and gives what one run gives. Ends
 # with 77 where GNU parallel is missing.
 set -euo pipefail
 program=$1 picture=$2
@@ -21,6 +21,7 @@ for k in 1 2; do gdal_translate -q -b $k scene.tif scenes/$k.tif; done
 sed -n '/^```bash$/,/^```$/{/^```/!p}' "$recipes/README.md" | sed 's/4096/256/' >code
 bash -euo pipefail code
 attribute-profile -q scene.tif one.tif area 100 1000
+cmp one.tif profile.tif
+[[ ! -e parts ]]
 pixels() { gdalinfo -checksum "$1" | grep Checksum; }
-diff <(pixels one.tif) <(pixels profile.tif)
 diff <(pixels one.tif | head -n 10) <(pixels profiles/1.tif && pixels profiles/2.tif)

@@ -60,10 +60,10 @@ for type in Byte Int16 UInt16 Int32 UInt32 Int64 UInt64; do
   gdal_translate -q -b 2 typed.tif input.tif
   [[ $(gdalinfo -checksum middle.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum input.tif | grep -o 'Checksum=.*') ]]
 done
-gdal_translate -q -ot Int16 -scale 0 255 -128 127 scene.tif wide.tif
-gdal_translate -q -co PIXELTYPE=SIGNEDBYTE wide.tif signed.tif 2>/dev/null || true
+gdal_calc.py --quiet -A scene.tif --allBands=A --calc='A.astype("int16")-256*(A>127)' --type=Int16 --outfile=wide.tif
+gdal_translate -q -co PIXELTYPE=SIGNEDBYTE scene.tif signed.tif 2>/dev/null
 for file in wide signed; do run $file.tif $file.out.tif d 9.5; done
-[[ $(gdalinfo -stats wide.out.tif | grep 'Minimum=') == $(gdalinfo -stats signed.out.tif | grep 'Minimum=') ]] || fail "signed bytes"
+diff <(gdalinfo -stats wide.out.tif | grep 'Minimum=') <(gdalinfo -stats signed.out.tif | grep 'Minimum=') || fail "signed bytes"
 
 # A part, by blocks or not, is that part of the whole, by all attributes and rules.
 for settings in 'area 100 1000' 'diagonal 20' 'inertia 0.3 0.5' 'std 5 --rule direct' 's 5 --rule max'; do
@@ -71,7 +71,7 @@ for settings in 'area 100 1000' 'diagonal 20' 'inertia 0.3 0.5' 'std 5 --rule di
   run scene.tif whole.tif $settings
   # shellcheck disable=SC2086
   run scene.tif part.tif $settings --srcwin 101 33 150 120
-  gdal_translate -q -srcwin 101 33 150 120 whole.tif expected.tif
+  gdal_translate -q -srcwin 101 33 150 120 -mo 'SRCWIN=101 33 150 120' whole.tif expected.tif
   same expected.tif part.tif
 done
 run scene.tif part.tif area 100 --srcwin 101 33 150 120 --block 50
@@ -120,22 +120,103 @@ gdalbuildvrt -q -separate alpha.vrt scene.tif alpha.tif -b 1 2>/dev/null
 gdal_translate -q -b 1 -b 2 -b 3 -mask 1 scene.tif masked.tif --config GDAL_TIFF_INTERNAL_MASK YES
 run masked.tif out.tif area 500 --block 128
 shows out.tif 'Mask Flags: PER_DATASET'
+gdal_translate -q -of VRT scene.tif half.vrt
+sed -i 's|<VRTRasterBand.*|&<NoDataValue>0.5</NoDataValue>|' half.vrt  # no byte has this value
+run half.vrt a.tif area 500
+run scene.tif b.tif area 500
+[[ $(gdalinfo -checksum a.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum b.tif | grep -o 'Checksum=.*') ]] ||
+  fail "nodata 0.5"
 [[ $(ls out*) == out.tif ]] || fail "files beside the output: $(ls out*)"
 
-# Formats: one that is written in parts, and ones that GDAL can only copy to.
+# Formats, by their names or by the extension: some that are written in parts, one of them a folder, and some that GDAL can
+# only copy to.
+run scene.tif out.tif area 100 -b 1
 for format in ENVI COG PNG; do
-  run scene.tif out.$format area 100 -b 1 --of $format
+  option=(-of "$format")
+  [[ $format != PNG ]] || option=()
+  run -b 1 scene.tif out.$format area 100 "${option[@]}"
   shows out.$format "$([[ $format == COG ]] && echo LAYOUT=COG || echo "Driver: $format/")"
   for plane in 1 2 3; do
-    run scene.tif out.tif area 100 -b 1
     gdal_translate -q -b $plane out.tif a.tif
     gdal_translate -q -b $plane out.$format b.tif
     [[ $(gdalinfo -checksum a.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum b.tif | grep -o 'Checksum=.*') ]] ||
       fail "$format differs"
   done
 done
+[[ -e out.hdr ]] || fail "files of ENVI: $(ls -A)"
+run -b 1 scene.tif out.zarr area 100 -of Zarr
+gdal_translate -q 'ZARR:"out.zarr":/Band3' b.tif
+[[ $(gdalinfo -checksum a.tif | grep -o 'Checksum=.*') == $(gdalinfo -checksum b.tif | grep -o 'Checksum=.*') ]] ||
+  fail "Zarr differs"
+refuses 1 'it is a folder' scene.tif out.zarr area 3 -of Zarr
 run scene.tif out.tif area 100 --co COMPRESS=LZW --co TILED=NO
 shows out.tif 'COMPRESSION=LZW' 'Block=300x'
+
+# The number of jobs changes no byte, however the file is stored, and -b may stand anywhere.
+gdal_translate -q -outsize 1400 1100 -r bilinear scene.tif large.tif
+gdal_translate -q -of VRT -mask 1 -b 2 -b 3 large.tif deep.vrt
+for settings in 'area 100 900 --block 256' 'area 90 --block 256 --co COMPRESS=NONE' 'd 9 --block 256 --co TILED=NO' \
+  'a 5000 --block 200 --memory 120' 'std 9 4 --co INTERLEAVE=PIXEL' 'area 9 100000 -b 2 --co BLOCKYSIZE=512' \
+  'i 0.4 --inexact --block 512'; do
+  for jobs in 1 2 5; do
+    # shellcheck disable=SC2086  # words
+    run -b 1 -j $jobs deep.vrt out.$jobs.tif $settings
+    cmp out.1.tif out.$jobs.tif || fail "$jobs jobs differ: $settings"
+  done
+done
+run deep.vrt out.1.tif area 90 --block 256 -b 1
+run -b 1 deep.vrt out.2.tif area 90
+same out.1.tif out.2.tif
+
+# Parts are put together to the file that one run writes, to the byte: with control points and a mask; nodata that no double
+# has; a file that says more of its bands, and signed bytes.
+gdal_translate -q -ot Int64 -b 1 -b 2 -a_nodata 9007199254740993 scene.tif deep.tif
+gdal_translate -q -of VRT -b 1 -mo TITLE=t scene.tif told.vrt
+sed -i 's|<VRTRasterBand.*|&<Description>NIR</Description><UnitType>m</UnitType><Metadata><MDI key="wavelength">842</MDI></Metadata>|' told.vrt
+for file in points.tif masked.tif deep.tif told.vrt signed.tif; do
+  mkdir -p parts
+  size=$(gdalinfo $file | sed -n 's/^Size is \([0-9]*\), \([0-9]*\)$/\1 \2/p')
+  cols=${size% *} rows=${size#* }
+  k=0
+  for window in "0 0 128 $rows" "128 0 $((cols - 128)) 100" "128 100 $((cols - 128)) $((rows - 100))"; do
+    k=$((k + 1))
+    # shellcheck disable=SC2086
+    run $file parts/$k.tif area 9 400 --srcwin $window
+  done
+  run $file one.tif area 9 400
+  run $file joined.tif area 9 400 --parts parts -j 2
+  cmp one.tif joined.tif || fail "parts of $file"
+done
+run told.vrt out.tif area 9
+shows out.tif 'NIR, area, dark < 9' 'wavelength=842' 'Unit Type: m' 'TITLE=t'
+shows one.tif 'PIXELTYPE=SIGNEDBYTE'
+run deep.tif out.tif area 9
+shows out.tif 'NoData Value=9007199254740993'
+
+refuses 1 'is of another call: THRESHOLDS is 9 400, not 9 401' signed.tif new.tif area 9 401 --parts parts
+gdal_translate -q -co PIXELTYPE=SIGNEDBYTE -scale 0 255 1 255 scene.tif other.signed.tif 2>/dev/null
+refuses 1 'has been made of another scene' other.signed.tif new.tif area 9 400 --parts parts
+cp parts/2.tif parts/4.tif
+refuses 1 overlap signed.tif new.tif area 9 400 --parts parts
+mv parts/4.tif kept.tif && mv parts/2.tif removed.tif
+refuses 1 'parts are missing: 2 of them' signed.tif new.tif area 9 400 --parts parts
+head -c 3000 kept.tif >parts/2.tif
+refuses 1 "parts/2.tif" -q signed.tif new.tif area 9 400 --parts parts
+cp one.tif parts/2.tif
+refuses 1 'does not say its place' signed.tif new.tif area 9 400 --parts parts
+
+# What is there is not overwritten: no input in any way, no device; a link is followed.
+gdalbuildvrt -q inner.vrt scene.tif && gdalbuildvrt -q outer.vrt inner.vrt
+cp scene.tif scene.msk.tif && cp scene.tif x.tif.ovr
+mkfifo pipe && ln -s /dev/null null
+for input in scene.tif outer.vrt GTIFF_DIR:1:scene.tif; do refuses 1 'it is read by the input' $input scene.tif area 3; done
+refuses 1 'x.tif.ovr beside it is read by the input' x.tif.ovr x.tif area 3
+for output in pipe null /dev/null; do refuses 1 'a device or a pipe' scene.tif $output area 3 -of GTiff; done
+ln -s target.tif link.tif
+run scene.tif link.tif area 3
+[[ -L link.tif && -f target.tif && ! -L target.tif ]] || fail "link: $(ls -l)"
+run scene.tif wide.tif area 3 --co TFW=YES
+[[ -e wide.tfw ]] || fail "world file: $(ls -A)"
 
 # Wrong usage, and requests that can not be met.
 refuses 2 'see attribute-profile --help'
@@ -147,15 +228,38 @@ refuses 2 3x scene.tif new.tif area 3x
 refuses 1 'no band 4; it has 3' scene.tif new.tif area 3 -b 4
 refuses 1 'not within the scene, which has 300 x 211' scene.tif new.tif area 3 --srcwin 200 0 101 10
 refuses 1 'GDAL has no format WORD' scene.tif new.tif area 3 --of WORD
-refuses 1 'it is the input' scene.tif scene.tif area 3
+refuses 1 'no format has the extension' scene.tif new.word area 3
+refuses 1 'has no pixels of its own' scene.tif new.vrt area 3 -of VRT
+for number in -1 nan inf 4294967296; do refuses 2 $number scene.tif new.tif area $number; done
+for option in '--memory 0' '--block abc' '--overlap 1e9' '-j 0' '--memory 99999999999999999999' \
+  '-srcwin 9223372036854775807 0 1 1'; do
+  # shellcheck disable=SC2086
+  refuses 2 'no whole number' scene.tif new.tif area 3 $option
+done
+refuses 1 'give less --overlap' large.tif new.tif std 3 --inexact --block 1000 --overlap 400 --memory 170
+"$program" scene.tif out.tif area 1.9 >$printed 2>$message
+grep -q 'threshold 1.9 is used as 1' $message || fail "$(cat $message)"
+refuses 1 'it is read by the input' scene.tif scene.tif area 3
 refuses 1 "can't open missing.tif" missing.tif new.tif area 3
 refuses 1 'no block can be sure' scene.tif new.tif inertia 0.3 --block 100
-refuses 1 '--memory 1 is too little' scene.tif new.tif area 3 --memory 1
-refuses 1 "threshold 99999 can't be proved for the block at column" scene.tif new.tif area 99999 --block 90 --memory 111
+# What an error advises is enough, and no more than that.
+for settings in 'area 3' 'area 3 --block 200' 'std 9 --rule max' 'i 0.5 --inexact --block 300'; do
+  # shellcheck disable=SC2086
+  ! "$program" -q large.tif new.tif $settings --memory 1 2>$message || fail "$settings in 1 MB"
+  enough=$(grep -oE '(give|--memory) [0-9]+( or more|,|$)' $message | grep -oE '[0-9]+')
+  # shellcheck disable=SC2086
+  run large.tif out.tif $settings --memory "$enough"
+  # shellcheck disable=SC2086
+  ! "$program" -q large.tif out.tif $settings --memory $((enough - 1)) 2>$message || fail "$settings: $enough"
+done
+refuses 1 "threshold 50000 can't be proved for the block at column" scene.tif new.tif area 50000 --block 90 --memory 111
+run nodata.tif whole.tif area 5 63300 99999 40
+run nodata.tif blocks.tif area 5 63300 99999 40 --block 90 --memory 111
+same whole.tif blocks.tif
 run scene.tif out.tif inertia 0.3 --block 100 --inexact
 shows out.tif EXACT=NO
-"$program" --help | grep -q '^Example:'
-"$program" --version | grep -q '^attribute-profile [0-9.]*$'
+"$program" --help >$printed && grep -q '^Example:' $printed
+"$program" --version >$printed && grep -q '^attribute-profile [0-9.]*$' $printed
 gdal_translate -q -ot Float32 -b 1 scene.tif float.tif
 refuses 1 'values of type Float32, not integers' float.tif new.tif area 3
 eval "$(grep -o 'gdal_translate.*' $message)" >/dev/null
@@ -189,24 +293,24 @@ same out.tif old.tif
 
 # Killed in the middle: the old file is still there; a run that ends well replaces it, and what told of it.
 gdal_translate -q -outsize 3000 2000 -r bilinear scene.tif large.tif
-for signal in KILL TERM; do
-  "$program" -q large.tif out.tif area 5000 --block 256 2>$message &
+for signal in HUP TERM KILL; do
+  "$program" -q large.tif out.tif area 5000 --block 256 -j 2 2>$message &
   pid=$!
-  until compgen -G 'out.partial-*' >/dev/null; do sleep 0.01; done
+  until compgen -G '.out.tif.partial-*/files/*' >/dev/null; do sleep 0.01; done
   sleep 0.3
   kill -$signal $pid
   ! wait $pid 2>/dev/null || fail "not killed"
   same out.tif old.tif
-  [[ $signal == KILL ]] || ! compgen -G 'out.partial-*' >/dev/null || fail "left by SIGTERM: $(ls)"
-  rm -f out.partial-*
+  [[ $signal == KILL ]] || ! compgen -G '.out.tif*' >/dev/null || fail "left by $signal: $(ls -A)"
 done
 gdalinfo -stats out.tif >/dev/null && [[ -e out.tif.aux.xml ]]
 run scene.tif out.tif area 8
 [[ ! -e out.tif.aux.xml ]] || fail "statistics of the old file"
+! compgen -G '.out.tif*' >/dev/null || fail "left by a run that was killed: $(ls -A)"
 
 # The progress bar is for terminals; the summary for all but the quiet.
 "$program" scene.tif out.tif area 50 --block 128 >$printed
-grep -q '^18 blocks, [0-9]* of them read again, largest overlap [0-9]* pixels; .* a second$' $printed || fail "$(cat $printed)"
+grep -q '^18 blocks, [0-9.]* % of the pixels read again, largest overlap [0-9]* pixels; [0-9]* jobs\?, .* a second$' $printed || fail "$(cat $printed)"
 [[ $(wc -l <$printed) == 1 ]]
 script -qec "'$program' scene.tif out.tif area 50" /dev/null >$printed
 grep -q '^0...10...20.*100 - done' $printed || fail "no progress bar: $(cat $printed)"

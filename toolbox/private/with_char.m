@@ -1,6 +1,6 @@
 function inputs = with_char (inputs)
-% INPUTS = with_char (INPUTS): the cell INPUTS with char arrays in place of MATLAB's strings, which are written in double
-% quotes there. In Octave double quotes make a char array.
+% INPUTS = with_char (INPUTS): the cell INPUTS with char arrays in place of MATLAB's strings, which are written in
+% double quotes there. In Octave double quotes make a char array.
 
 % SPDX-License-Identifier: MIT
 

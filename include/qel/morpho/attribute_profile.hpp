@@ -38,9 +38,9 @@ namespace qel {
 
 namespace morpho {
 
-namespace internal {
-
-/// The planes of the tree that `sites` sweep, one for each threshold in the order given.
+/// Gives `sink` the planes of the tree that `sites` sweep, one for each threshold in the order given: half of a profile.
+///
+/// \throws std::bad_alloc, and what rule and sink throw.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
 void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N& nbh, const A& a,
                      const std::vector<L>& thresholds, const Rule& rule, Sink& sink) {
@@ -53,8 +53,6 @@ void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N&
   for (const L threshold : thresholds) reaches.push_back(pw::value_(attribute) >= pw::cst_(threshold));
   tree::filter_planes(nodes, reaches, rule, sink);
 }
-
-}  // namespace internal
 
 /// Gives `sink` the profile of an image by N thresholds: 2N + 1 planes.
 ///
@@ -80,10 +78,10 @@ void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const 
   const std::vector<L> reversed(thresholds.rbegin(), thresholds.rend());
 
   tree::sweep_sites<I> sites(input, false);
-  internal::profile_of_tree(input, sites, exact_nbh, exact_a, reversed, rule, sink);
+  profile_of_tree(input, sites, exact_nbh, exact_a, reversed, rule, sink);
   sink.input(duplicate(input));
   sites.turn();
-  internal::profile_of_tree(input, sites, exact_nbh, exact_a, thresholds, rule, sink);
+  profile_of_tree(input, sites, exact_nbh, exact_a, thresholds, rule, sink);
 }
 
 }  // namespace morpho

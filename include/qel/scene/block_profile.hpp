@@ -47,6 +47,7 @@ struct window_limits {
 struct block_report {
   std::int64_t blocks = 0;           ///< done
   std::int64_t read_again = 0;       ///< blocks that took more than one window for a direction
+  std::int64_t pixels_again = 0;     ///< of their further windows
   std::int64_t largest_overlap = 0;  ///< of a window, in pixels on each side
 };
 
@@ -104,12 +105,16 @@ class block_profile {
 
   /// Proves what is in doubt by windows with more overlap than `overlap`.
   void prove(direction d, std::vector<block_plane<T>>& planes, std::int64_t overlap) {
+    bool is_first = overlap == none_yet;
     for (rectangle core = in_doubt(planes); !core.empty(); core = in_doubt(planes)) {
       const auto next = next_overlap(core, overlap);
       if (!next) return prove_quarters(d, planes, overlap);
       overlap = *next;
       report_.largest_overlap = std::max(report_.largest_overlap, overlap);
-      filter_window<A>(d, window_at(window_around(core, overlap, scene_)), scene_, neighborhood_, thresholds_, planes);
+      const rectangle place = window_around(core, overlap, scene_);
+      if (!is_first) report_.pixels_again += place.pixels();
+      is_first = false;
+      filter_window<A>(d, window_at(place), scene_, neighborhood_, thresholds_, planes);
       ++windows_;
     }
   }
