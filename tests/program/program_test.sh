@@ -26,7 +26,7 @@ same() {
 shows() {
   local file=$1 text
   shift
-  gdalinfo "$file" >$view
+  gdalinfo -mdd xml:XMP "$file" >$view
   for text in "$@"; do grep -qF -- "$text" $view || fail "$file does not show: $text; but $(cat $view)"; done
 }
 
@@ -172,7 +172,12 @@ same out.1.tif out.2.tif
 # has; a file that says more of its bands, and signed bytes.
 gdal_translate -q -ot Int64 -b 1 -b 2 -a_nodata 9007199254740993 scene.tif deep.tif
 gdal_translate -q -of VRT -b 1 -mo TITLE=t scene.tif told.vrt
-sed -i 's|<VRTRasterBand.*|&<Description>NIR</Description><UnitType>m</UnitType><Metadata><MDI key="wavelength">842</MDI></Metadata>|' told.vrt
+rpc=$(for key in {LINE,SAMP,LAT,LONG,HEIGHT}_{OFF,SCALE}; do printf '<MDI key="%s">90</MDI>' $key; done
+  for key in {LINE,SAMP}_{NUM,DEN}_COEFF; do printf '<MDI key="%s">%s</MDI>' $key "$(printf '1 %.0s' {1..20})"; done)
+band='<Description>NIR</Description><UnitType>m</UnitType><Metadata><MDI key="wavelength">842</MDI></Metadata>'
+band+='<CategoryNames><Category>sea</Category></CategoryNames>'
+file='<Metadata domain="xml:XMP" format="xml"><x>xmp</x></Metadata>'
+sed -i "s|<VRTRasterBand.*|<Metadata domain=\"RPC\">$rpc</Metadata>$file&$band|" told.vrt
 for file in points.tif masked.tif deep.tif told.vrt signed.tif; do
   mkdir -p parts
   size=$(gdalinfo $file | sed -n 's/^Size is \([0-9]*\), \([0-9]*\)$/\1 \2/p')
@@ -187,8 +192,8 @@ for file in points.tif masked.tif deep.tif told.vrt signed.tif; do
   run $file joined.tif area 9 400 --parts parts -j 2
   cmp one.tif joined.tif || fail "parts of $file"
 done
-run told.vrt out.tif area 9
-shows out.tif 'NIR, area, dark < 9' 'wavelength=842' 'Unit Type: m' 'TITLE=t'
+run told.vrt out.tif area 9 --srcwin 30 20 100 100
+shows out.tif 'NIR, area, dark < 9' 'wavelength=842' 'Unit Type: m' 'TITLE=t' '<x>xmp</x>' 'LINE_OFF=70' 'SAMP_OFF=60' '0: sea'
 shows one.tif 'PIXELTYPE=SIGNEDBYTE'
 run deep.tif out.tif area 9
 shows out.tif 'NoData Value=9007199254740993'
