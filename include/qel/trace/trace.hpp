@@ -38,6 +38,12 @@ inline std::stack<std::string> scopes;        ///< names of the open scopes
 
 namespace internal {
 
+/// Writes only what is new: while nothing is traced, threads share the settings.
+inline void change(bool& setting, bool value) {
+  if (setting == value) return;
+  setting = value;
+}
+
 inline void indent() {
   for (unsigned i = 0; i < tab; ++i) std::cout << "  ";
 }
@@ -107,14 +113,12 @@ inline void exiting(const std::string& scope) {
 
 /// Silences what follows, up to `resume`, unless `full_trace` is set.
 inline void suspend() {
-  if (internal::is_quiet != quiet) internal::is_quiet = quiet;
-  if (!quiet && !full_trace) quiet = true;
+  internal::change(internal::is_quiet, quiet);
+  if (!full_trace) internal::change(quiet, true);
 }
 
 /// Undoes `suspend`.
-inline void resume() {
-  if (quiet != internal::is_quiet) quiet = internal::is_quiet;
-}
+inline void resume() { internal::change(quiet, internal::is_quiet); }
 
 }  // namespace trace
 

@@ -43,7 +43,8 @@ constexpr unsigned most_layers() {
 /// The fewest: the number of levels is fixed where they are values; ranks may be few.
 template <typename T>
 constexpr unsigned fewest_layers() {
-  return levels_are_values<T> ? most_layers<T>() : 2;
+  if (levels_are_values<T>) return most_layers<T>();
+  return 2;
 }
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
