@@ -12,7 +12,7 @@ namespace program {
 /// Takes the errors and warnings that GDAL reports.
 ///
 /// Many of GDAL's calls do not return what went wrong, and some, such as closing a file, not even that something did: a
-/// write that failed in GDAL's cache is only reported here. So whoever reads or writes asks `check` afterwards.
+/// write that failed in GDAL's cache is only reported here. So ask `check` after each read or write.
 ///
 /// GDAL has handlers for each thread. An object takes what a thread reports while there is a `scope` in it.
 class gdal_errors {
