@@ -25,3 +25,10 @@ cmp one.tif profile.tif
 [[ ! -e parts ]]
 pixels() { gdalinfo -checksum "$1" | grep Checksum; }
 diff <(pixels one.tif | head -n 10) <(pixels profiles/1.tif && pixels profiles/2.tif)
+
+# A side that is none is refused, not a loop without end.
+for side in 0 -5 abc 1e3; do
+  status=0
+  timeout 10 cluster/windows scene.tif $side >windows 2>message || status=$?
+  [[ $status == 2 && ! -s windows ]] || { echo "cluster/windows with SIDE $side: status $status"; exit 1; }
+done
