@@ -7,6 +7,8 @@
 #include <oneapi/tbb/task_arena.h>
 
 #include <cstddef>
+#include <optional>
+#include <vector>
 
 namespace program {
 
@@ -20,16 +22,26 @@ void run_in_order(int jobs, std::size_t most_in_flight, std::size_t count, Compu
   namespace tbb = oneapi::tbb;
   const auto threads = static_cast<std::size_t>(jobs);
   const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
+  // Results stay here: those that an exception leaves in the middle of the pipeline would be lost in there.
+  std::vector<std::optional<Result>> results(count);
   std::size_t next = 0;
   const auto number = [&](tbb::flow_control& flow) {
     if (next == count) flow.stop();
     return next++;
   };
+  const auto compute_result = [&](std::size_t k) {
+    results[k].emplace(compute(k));
+    return k;
+  };
+  const auto write_result = [&](std::size_t k) {
+    write(*results[k]);
+    results[k].reset();
+  };
   tbb::task_arena(jobs).execute([&] {
     tbb::parallel_pipeline(most_in_flight,
                            tbb::make_filter<void, std::size_t>(tbb::filter_mode::serial_in_order, number) &
-                               tbb::make_filter<std::size_t, Result>(tbb::filter_mode::parallel, compute) &
-                               tbb::make_filter<Result, void>(tbb::filter_mode::serial_in_order, write));
+                               tbb::make_filter<std::size_t, std::size_t>(tbb::filter_mode::parallel, compute_result) &
+                               tbb::make_filter<std::size_t, void>(tbb::filter_mode::serial_in_order, write_result));
   });
 }
 
