@@ -171,14 +171,6 @@ plan in_strips(plan p, const task& t) {
   return p;
 }
 
-std::vector<rectangle> blocks_of(const plan& p, const rectangle& part) {
-  std::vector<rectangle> blocks;
-  for (std::int64_t row = part.row; row < part.end_row(); row += p.rows)
-    for (std::int64_t col = part.col; col < part.end_col(); col += p.cols)
-      blocks.push_back(intersection({row, col, p.rows, p.cols}, part));
-  return blocks;
-}
-
 std::int64_t default_memory() {
   std::int64_t free = CPLGetUsablePhysicalRAM();  // what limits of the system or a batch engine leave
   std::ifstream information("/proc/meminfo");

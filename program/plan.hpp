@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "program/scene.hpp"
 
@@ -42,9 +41,6 @@ plan make_plan(const task& t);
 
 /// `p` for a file that is stored in strips of `cols` columns: blocks as wide, if windows of them fit.
 plan in_strips(plan p, const task& t);
-
-/// `part` cut into the blocks of a plan, row by row.
-std::vector<rectangle> blocks_of(const plan& p, const rectangle& part);
 
 /// Half of the memory that is free now, in megabytes.
 std::int64_t default_memory();

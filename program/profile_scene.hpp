@@ -165,7 +165,7 @@ class scene_profile {
     const bool halved = plan_.whole && job_.parts.empty() && job_.jobs > 1 && !file_.is_interleaved_by_pixel();
     std::vector<step> steps;
     for (std::size_t band = 0; band < job_.bands.size(); ++band)
-      for (const rectangle& block : blocks_of(plan_, job_.part))
+      for (const rectangle& block : qel::scene::blocks_of(job_.part, plan_.rows, plan_.cols))
         if (halved)
           steps.insert(steps.end(), {{band, block, {true, false}}, {band, block, {false, true}}});
         else

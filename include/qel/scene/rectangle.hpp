@@ -56,13 +56,18 @@ inline rectangle window_around(const rectangle& r, std::int64_t overlap, const r
   return intersection({r.row - overlap, r.col - overlap, r.rows + 2 * overlap, r.cols + 2 * overlap}, scene);
 }
 
-/// `region` cut into blocks of `side` x `side` pixels, row by row; the last ones of a row or column may be smaller.
-inline std::vector<rectangle> blocks_of(const rectangle& region, std::int64_t side) {
+/// `region` cut into blocks of `rows` x `cols` pixels, row by row; the last ones of a row or column may be smaller.
+inline std::vector<rectangle> blocks_of(const rectangle& region, std::int64_t rows, std::int64_t cols) {
   std::vector<rectangle> blocks;
-  for (std::int64_t row = region.row; row < region.end_row(); row += side)
-    for (std::int64_t col = region.col; col < region.end_col(); col += side)
-      blocks.push_back(intersection({row, col, side, side}, region));
+  for (std::int64_t row = region.row; row < region.end_row(); row += rows)
+    for (std::int64_t col = region.col; col < region.end_col(); col += cols)
+      blocks.push_back(intersection({row, col, rows, cols}, region));
   return blocks;
+}
+
+/// The same, of `side` x `side` pixels.
+inline std::vector<rectangle> blocks_of(const rectangle& region, std::int64_t side) {
+  return blocks_of(region, side, side);
 }
 
 }  // namespace scene
