@@ -10,6 +10,7 @@
 #include "bench/measure.hpp"
 #include "bench/picture.hpp"
 #include "entry/array_bridge.hpp"
+#include "entry/dispatch.hpp"
 #include "entry/profile.hpp"
 
 #include <qel/core/image2d.hpp>
@@ -20,6 +21,7 @@
 #include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
 #include <qel/morpho/tree/data.hpp>
 #include <qel/morpho/tree/filter/batch/filter_planes.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/sweep/sweep_sites.hpp>
 #include <qel/pw/cst.hpp>
@@ -77,8 +79,8 @@ struct timed_planes {
   entry::column_planes<T> to;
   times& clock;
 
-  template <typename Nodes, typename F>
-  void filtered(const Nodes& n, const std::vector<F>& values) {
+  template <typename Nodes, typename V>
+  void filtered(const Nodes& n, const qel::morpho::tree::plane_values<V>& values) {
     clock.lap(rules);
     to.filtered(n, values);
     clock.lap(planes);
@@ -121,11 +123,12 @@ times run_steps(const request& r, const picture& p, const Attribute& chosen) {
 
   times clock{};
   clock.start();
-  const qel::image2d<T> image = mxArray2qel_image<T, T>(array);
+  const entry::orientation lies = entry::internal::orientation_for<qel::image2d<T>>(r.attribute);
+  const qel::image2d<T> image = entry::internal::import_image<T>(array, lies);
   clock.lap(import);
   T* position = reinterpret_cast<T*>(mxGetPr(test_host::array(p.id, {p.rows, p.cols, r.planes()})));
   clock.lap(output);
-  timed_planes<T> sink{{position}, clock};
+  timed_planes<T> sink{{position, lies}, clock};
   qel::morpho::tree::sweep_sites<qel::image2d<T>> sites(image, false);
   run_tree<A>(image, sites, nbh, reversed, rule, sink);
   clock.lap(release);

@@ -5,7 +5,6 @@
 // Between the host's arrays and images. In a host matrix of M rows the element of row i and column j has the index
 // i + j * M; an image has contiguous rows and a border. Host row i is image row i: nothing is transposed. Copies go by
 // tiles: see entry/tiles.hpp.
-// All copies go by tiles: see entry/tiles.hpp.
 
 #include "entry/host.hpp"
 #include "entry/image_class.hpp"
@@ -15,7 +14,7 @@
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/opt_at.hpp>
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 
 namespace entry {
@@ -45,22 +44,55 @@ qel::image2d<V> mxArray2qel_image(const mxArray* array) {
   return image;
 }
 
-/// Writes planes of the size of `image`, whose first site is (0, 0), column by column and one after the other from
-/// `destination` on, without the border. `functions` gives for each plane the function from the pixels of `image` to
-/// the elements of the plane.
+namespace entry {
+
+/// How an image lies: the host's columns are contiguous, an image's rows are.
+enum class orientation {
+  upright,  ///< image rows are host rows: what goes in or out is transposed
+  turned    ///< image rows are host columns: nothing is transposed
+};
+
+/// A new image of columns x rows pixels, turned: its rows are the columns of `array`. Its border is not filled.
 ///
-/// \pre there is room for rows x columns elements for each plane.
-template <typename V, typename Functions, typename T>
-void write_planes(const qel::image2d<V>& image, const Functions& functions, T* destination) {
-  const auto row_of = [&](std::size_t row) { return entry::internal::row_of(image, row); };
-  entry::write_columns(image.domain().len(0), image.domain().len(1), row_of, functions, destination);
+/// \pre, \throws  as `mxArray2qel_image`.
+template <typename T>
+qel::image2d<T> turned_image(const mxArray* array) {
+  const std::size_t rows = mxGetM(array);
+  const std::size_t cols = mxGetN(array);
+  qel::image2d<T> image(cols, rows);
+  const T* const data = reinterpret_cast<const T*>(mxGetPr(array));
+  for (std::size_t col = 0; col < cols; ++col) std::copy_n(data + col * rows, rows, internal::row_of(image, col));
+  return image;
 }
 
-/// Writes `image` itself as one such plane. The caller moves `destination`.
+/// Calls `visit(elements, n, first)` for pieces of the host's columns: `elements` points to `n` pixels of `image`, whose
+/// first site is (0, 0); the first of them has the index `first` in a host matrix.
+template <typename V, typename Visit>
+void for_each_column_piece(const qel::image2d<V>& image, orientation lies, Visit visit) {
+  const std::size_t rows = image.domain().len(0);
+  const std::size_t cols = image.domain().len(1);
+  const auto row_of = [&](std::size_t row) { return internal::row_of(image, row); };
+  if (lies == orientation::upright) return for_each_column_piece(rows, cols, row_of, visit);
+  for (std::size_t row = 0; row < rows; ++row) visit(row_of(row), cols, row * cols);
+}
+
+/// Writes `image`, whose first site is (0, 0), without the border.
+template <typename V, typename T>
+void write_plane(const qel::image2d<V>& image, orientation lies, T* destination) {
+  for_each_column_piece(image, lies, [&](const V* elements, std::size_t n, std::size_t first) {
+    std::transform(elements, elements + n, destination + first, [](const V& v) { return static_cast<T>(v); });
+  });
+}
+
+}  // namespace entry
+
+/// Writes `image`, whose first site is (0, 0), column by column from `destination` on, without the border. The caller
+/// moves `destination`.
+///
+/// \pre there is room for rows x columns elements.
 template <typename V, typename T>
 void qel_image2mxPtr(const qel::image2d<V>& image, T* const& destination) {
-  const auto as_element = [](const V& v) { return static_cast<T>(v); };
-  write_planes(image, std::array{as_element}, destination);
+  entry::write_plane(image, entry::orientation::upright, destination);
 }
 
 #endif  // ENTRY_ARRAY_BRIDGE_HPP

@@ -12,8 +12,10 @@
 #include "entry/sparse.hpp"
 #include "entry/typed_call.hpp"
 
+#include <qel/accu/trait_accumulator.hpp>
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
+#include <qel/core/image2d.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/morpho/named_attributes.hpp>
@@ -71,13 +73,33 @@ std::vector<L> read_thresholds(const mxArray* thresholds) {
   return lambdas;
 }
 
+/// How the image of a call lies. Turned saves the transpositions, and sums are the same only where their order is free.
+template <typename I>
+orientation orientation_for(const std::string& attribute) {
+  bool is_free = false;
+  const auto look = [&](const auto& candidate) {
+    using A = typename std::decay_t<decltype(candidate)>::accumulator;
+    using order = typename qel::trait::accumulator_<A>::order;
+    if (candidate.is_called(attribute)) is_free = std::is_same_v<order, qel::trait::accumulator::order::free>;
+  };
+  std::apply([&](const auto&... candidates) { (look(candidates), ...); }, qel::morpho::named_attributes<I>);
+  return is_free ? orientation::turned : orientation::upright;
+}
+
+/// \pre, \throws  as `mxArray2qel_image`.
+template <typename T>
+qel::image2d<T> import_image(const mxArray* image, orientation lies) {
+  return lies == orientation::turned ? turned_image<T>(image) : mxArray2qel_image<T, T>(image);
+}
+
 }  // namespace internal
 }  // namespace entry
 
 /// Writes the profile of `image` by the attribute called `attribute` at `position`, which moves behind it.
 template <typename I, typename N, typename T>
 void compute_attribute_profile(const qel::Image<I>& image, T*& position, std::string attribute,
-                               const qel::Neighborhood<N>& neighborhood, const mxArray* thresholds, std::string rule) {
+                               const qel::Neighborhood<N>& neighborhood, const mxArray* thresholds, std::string rule,
+                               entry::orientation lies = entry::orientation::upright) {
   const auto computed = [&](const auto& candidate) {
     using candidate_type = std::decay_t<decltype(candidate)>;
     using A = typename candidate_type::accumulator;
@@ -85,7 +107,7 @@ void compute_attribute_profile(const qel::Image<I>& image, T*& position, std::st
     if (!candidate.is_called(attribute)) return false;
     const auto lambdas = entry::internal::read_thresholds<L>(thresholds);
     if (rule.empty()) rule = candidate.default_rule;
-    _compute_attribute_profile<I, T, A, N, L>(image, position, A(), neighborhood, lambdas, rule);
+    _compute_attribute_profile<I, T, A, N, L>(image, position, A(), neighborhood, lambdas, rule, lies);
     return true;
   };
   const bool known = std::apply([&](const auto&... candidates) { return (computed(candidates) || ...); },
@@ -97,13 +119,15 @@ template <typename T>
 void compute_attribute_profile(const mxArray* image, mxArray*& output, std::string attribute, std::int32_t connectivity,
                                const mxArray* thresholds, std::string rule) {
   if (mxGetNumberOfDimensions_700(image) != 2) mexErrMsgTxt(entry::messages::not_two_dimensions);
-  const qel::image2d<T> input = mxArray2qel_image<T, T>(image);
+  const entry::orientation lies = entry::internal::orientation_for<qel::image2d<T>>(attribute);
+  const qel::image2d<T> input = entry::internal::import_image<T>(image, lies);
   // Connectivity and thresholds are checked only now; if one is wrong, the array is left to the host.
-  output = entry::internal::make_output<T>(input.domain().len(0), input.domain().len(1),
+  output = entry::internal::make_output<T>(qel::internal::narrowed<std::uint32_t>(mxGetM(image)),
+                                           qel::internal::narrowed<std::uint32_t>(mxGetN(image)),
                                            entry::internal::threshold_count(thresholds));
   T* position = reinterpret_cast<T*>(mxGetPr(output));
   const qel::neighb2d& neighborhood = entry::internal::select_neighborhood(connectivity);
-  compute_attribute_profile(input, position, attribute, neighborhood, thresholds, rule);
+  compute_attribute_profile(input, position, attribute, neighborhood, thresholds, rule, lies);
 }
 
 #endif  // ENTRY_DISPATCH_HPP

@@ -12,8 +12,10 @@
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/morpho/attribute_profile.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/filter/named_rule.hpp>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -23,22 +25,21 @@ namespace entry {
 template <typename V>
 struct column_planes {
   V*& position;
+  orientation lies;
 
-  template <typename T, typename F>
-  void filtered(const T& nodes, const std::vector<F>& values) {
-    const auto value_in = [](const F& plane) {
-      return [of_node = plane.buffer()](unsigned number) { return static_cast<V>(of_node[number]); };
-    };
-    std::vector<decltype(value_in(values[0]))> functions;
-    functions.reserve(values.size());
-    for (const F& plane : values) functions.push_back(value_in(plane));
-    write_planes(nodes.table().number, functions, position);
-    position += values.size() * nodes.table().number.domain().nsites();
+  template <typename T, typename U>
+  void filtered(const T& nodes, const qel::morpho::tree::plane_values<U>& values) {
+    const auto& number = nodes.table().number;
+    const std::size_t plane = number.domain().nsites();
+    for_each_column_piece(number, lies, [&](const unsigned* numbers, std::size_t n, std::size_t first) {
+      values.spread(numbers, n, position + first, plane);
+    });
+    position += values.size() * plane;
   }
 
   template <typename I>
   void input(const I& image) {
-    qel_image2mxPtr(image, position);
+    write_plane(image, lies, position);
     position += image.domain().nsites();
   }
 };
@@ -58,13 +59,15 @@ inline auto rule_called(const std::string& name) {
 /// \param a         the attribute in its initial state, not changed.
 /// \param lambdas   thresholds, in the unit of the attribute. A node whose attribute equals one stays; under a NaN all
 ///                  nodes fail.
+/// \param lies      turned only if the attribute does not depend on the order of rows and columns.
 /// \param rule      an unknown one ends the call before the first plane, not earlier.
 /// \throws std::bad_alloc.
 template <typename I, typename V, typename A, typename N, typename L>
 void _compute_attribute_profile(const qel::Image<I>& image, V*& position, const qel::Accumulator<A>& a,
-                                const qel::Neighborhood<N>& neighborhood, std::vector<L> lambdas, std::string rule) {
+                                const qel::Neighborhood<N>& neighborhood, std::vector<L> lambdas, std::string rule,
+                                entry::orientation lies = entry::orientation::upright) {
   qel::morpho::attribute_profile(image, neighborhood, a, lambdas, entry::rule_called(rule),
-                                 entry::column_planes<V>{position});
+                                 entry::column_planes<V>{position, lies});
 }
 
 #endif  // ENTRY_PROFILE_HPP

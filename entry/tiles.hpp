@@ -31,13 +31,12 @@ void for_each_tile(std::size_t rows, std::size_t cols, Visit visit) {
 
 }  // namespace internal
 
-/// Writes planes of `rows` x `cols` elements of type T in column-major order, one after the other, from `destination`
-/// on. Reads their source once for all planes.
+/// Calls `visit(elements, n, first)` for pieces of the columns of a matrix of `rows` x `cols` elements: `elements` points
+/// to copies of `n` elements of a column, of which the first is number `first` in column-major order.
 ///
-/// \param row_of    row_of(row) points to the first of `cols` elements.
-/// \param functions for each plane, the function from an element of the row to that of the plane.
-template <typename T, typename RowOf, typename Functions>
-void write_columns(std::size_t rows, std::size_t cols, RowOf row_of, const Functions& functions, T* destination) {
+/// \param row_of  row_of(row) points to the first of `cols` elements.
+template <typename RowOf, typename Visit>
+void for_each_column_piece(std::size_t rows, std::size_t cols, RowOf row_of, Visit visit) {
   using internal::tile_cols;
   using internal::tile_rows;
   std::array<std::decay_t<decltype(*row_of(0))>, tile_rows * tile_cols> tile;  // column by column
@@ -46,12 +45,7 @@ void write_columns(std::size_t rows, std::size_t cols, RowOf row_of, const Funct
       const auto* const first = row_of(row + r) + col;
       for (std::size_t c = 0; c < width; ++c) tile[c * tile_rows + r] = first[c];
     }
-    T* plane = destination + col * rows + row;
-    for (const auto& function : functions) {
-      for (std::size_t c = 0; c < width; ++c)
-        std::transform(&tile[c * tile_rows], &tile[c * tile_rows] + height, plane + c * rows, function);
-      plane += rows * cols;
-    }
+    for (std::size_t c = 0; c < width; ++c) visit(&tile[c * tile_rows], height, (col + c) * rows + row);
   });
 }
 

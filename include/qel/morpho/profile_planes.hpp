@@ -4,8 +4,11 @@
 
 // Sinks for `attribute_profile`. entry/profile.hpp has one that writes columns, as MATLAB and Octave want them.
 
-#include <qel/morpho/tree/spread_node_values.hpp>
+#include <qel/core/point2d.hpp>
+#include <qel/data/initialize.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 
+#include <cstddef>
 #include <vector>
 
 namespace qel {
@@ -19,9 +22,16 @@ struct plane_images {
   std::vector<I> images = {};
 
   /// Planes of a tree. \throws std::bad_alloc
-  template <typename T, typename F>
-  void filtered(const T& nodes, const std::vector<F>& values) {
-    for (const F& plane : values) images.push_back(tree::spread_node_values(nodes.table(), plane));
+  template <typename T, typename V>
+  void filtered(const T& nodes, const tree::plane_values<V>& values) {
+    const auto& number = nodes.table().number;
+    for (std::size_t k = 0; k < values.size(); ++k) {
+      I plane;
+      initialize(plane, number);
+      typename I::domain_t::fwd_piter p(number.domain());
+      for (p.start(); p.is_valid(); p.next()) plane(p) = values.of(number(p))[k];
+      images.push_back(plane);
+    }
   }
 
   /// The plane of the image itself. \throws std::bad_alloc
@@ -38,13 +48,16 @@ class raster_planes {
   /// The end of the last plane so far.
   V* position() const { return position_; }
 
-  /// Planes of a tree.
-  template <typename T, typename F>
-  void filtered(const T& nodes, const std::vector<F>& values) {
-    for (const F& plane : values) {
-      tree::spread_node_values(nodes.table(), plane, position_);
-      position_ += nodes.table().number.domain().nsites();
-    }
+  /// Planes of a tree, of an image whose rows are each in one block.
+  template <typename T, typename U>
+  void filtered(const T& nodes, const tree::plane_values<U>& values) {
+    const auto& number = nodes.table().number;
+    const std::size_t cols = number.domain().len(1);
+    const std::size_t nsites = number.domain().nsites();
+    point2d row = number.domain().pmin();
+    for (std::size_t first = 0; first < nsites; first += cols, ++row.row())
+      values.spread(&number(row), cols, position_ + first, nsites);
+    position_ += values.size() * nsites;
   }
 
   /// The plane of the image itself.

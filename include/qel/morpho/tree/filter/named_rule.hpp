@@ -3,11 +3,11 @@
 #define QEL_MORPHO_TREE_FILTER_NAMED_RULE_HPP
 
 #include <qel/morpho/tree/filter/batch/filter_each.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/filter/rules.hpp>
 
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace qel {
 
@@ -33,8 +33,8 @@ class named_rule {
 
   /// The same for many predicates at once: see `filter_each`.
   template <typename T, typename P>
-  std::vector<typename T::function> batch(const T& nodes, const P* first, const P* last) const {
-    std::vector<typename T::function> values;
+  plane_values<typename T::value> batch(const T& nodes, const P* first, const P* last) const {
+    plane_values<typename T::value> values(0, 0);
     const auto apply = [&](const auto& rule) { values = filter_each(nodes, first, last, rule); };
     if (!with_rule(name_, apply)) unknown_();
     return values;

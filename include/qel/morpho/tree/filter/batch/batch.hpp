@@ -5,20 +5,21 @@
 // The rules for many predicates at once, on a node tree.
 //
 // Each function gives for each predicate what the rule of its name in `filter` gives, to the bit, and what the rule
-// means stands there. One walk serves eight predicates: bit k of a node's byte is predicate k's answer. The rule passes
-// the byte to children or parents and writes all eight planes on the way. Every node is asked about first, in the order
+// means stands there. One walk serves up to eight predicates: bit k of a node's byte is predicate k's answer. The rule
+// passes the byte to children or parents and writes all planes on the way. Every node is asked about first, in the order
 // of the numbers, also where the plain rule would not ask. Nothing is traced.
 //
-// Cost: one walk over the nodes for each eight predicates, two for `max`; memory for the results, and a byte a node.
+// Cost: one walk over the nodes, two for `max`; memory for the results, and a byte a node.
 
 #include <qel/core/internal/wrapping.hpp>
 #include <qel/morpho/tree/filter/batch/failures.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace qel {
@@ -59,75 +60,63 @@ template <typename T>
 class planes {
  public:
   using value = typename node_tree<T>::value;
-  using function = typename node_tree<T>::function;
 
   /// `n` planes, not set. \throws std::bad_alloc
-  planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), n_(n) {
-    images_.reserve(n);
-    for (std::size_t k = 0; k < n; ++k) {
-      images_.emplace_back();
-      images_.back().init_(nodes.f().domain(), 0);
-      plane_[k] = images_.back().buffer();
-    }
-  }
+  planes(const node_tree<T>& nodes, std::size_t n) : input_(nodes.f().buffer()), values_(nodes.nnodes(), n) {}
 
   /// Gives `node` the value of its parent in the planes whose bits are set, and its own in the others.
   void replace(unsigned node, unsigned parent, failure_bits removed) {
-    const value own = input_[node];
     if (node == parent) return keep(node);
-    for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = (removed >> k & 1) != 0 ? plane_[k][parent] : own;
+    const value own = input_[node];
+    value* const of_node = values_.of(node);
+    const value* const of_parent = values_.of(parent);
+    for (std::size_t k = 0; k < values_.size(); ++k) of_node[k] = (removed >> k & 1) != 0 ? of_parent[k] : own;
   }
 
   /// The same, but in the others `node` moves as far as its parent has.
   void replace_or_shift(unsigned node, unsigned parent, failure_bits removed) {
     using qel::internal::difference;
+    if (node == parent) return keep(node);
     const value own = input_[node];
     const value own_of_parent = input_[parent];
-    if (node == parent) return keep(node);
-    for (std::size_t k = 0; k < n_; ++k) {
-      const value above = plane_[k][parent];
+    value* const of_node = values_.of(node);
+    const value* const of_parent = values_.of(parent);
+    for (std::size_t k = 0; k < values_.size(); ++k) {
+      const value above = of_parent[k];
       // A root that is infinite has not moved either.
       const value moved = above == own_of_parent ? value() : difference(own_of_parent, above);
-      plane_[k][node] = (removed >> k & 1) != 0 ? above : difference(own, moved);
+      of_node[k] = (removed >> k & 1) != 0 ? above : difference(own, moved);
     }
   }
 
-  const std::vector<function>& images() const { return images_; }
+  /// Moves the values out of this object.
+  plane_values<value> take() { return std::move(values_); }
 
  private:
-  void keep(unsigned node) {
-    for (std::size_t k = 0; k < n_; ++k) plane_[k][node] = input_[node];
-  }
+  void keep(unsigned node) { std::fill_n(values_.of(node), values_.size(), input_[node]); }
 
   const value* input_;
-  std::size_t n_;
-  std::array<value*, filter::internal::most_predicates> plane_;
-  std::vector<function> images_;
+  plane_values<value> values_;
 };
 
-/// The planes of all predicates from `first` to `last`; `write(planes, failures)` fills up to eight.
+/// The planes of all predicates from `first` to `last`, which `write(planes, failures)` fills.
 template <typename T, typename P, typename Write>
-std::vector<typename node_tree<T>::function> in_batches(const node_tree<T>& nodes, const P* first, const P* last,
-                                                        Write write) {
-  std::vector<typename node_tree<T>::function> result;
-  while (first != last) {
-    const auto n = std::min(static_cast<std::size_t>(last - first), filter::internal::most_predicates);
-    planes<T> batch(nodes, n);
-    std::vector<failure_bits> failures = filter::internal::failures(nodes.nnodes(), first, n);
-    write(batch, failures.data());
-    result.insert(result.end(), batch.images().begin(), batch.images().end());
-    first += n;
-  }
-  return result;
+plane_values<typename node_tree<T>::value> in_batch(const node_tree<T>& nodes, const P* first, const P* last,
+                                                    Write write) {
+  const auto n = static_cast<std::size_t>(last - first);
+  planes<T> batch(nodes, n);
+  std::vector<failure_bits> failures = filter::internal::failures(nodes.nnodes(), first, n);
+  write(batch, failures.data());
+  return batch.take();
 }
 
 }  // namespace internal
 
-/// `filter::min` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
+/// `filter::min` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
-std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, const P* first, const P* last) {
-  return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
+plane_values<typename node_tree<T>::value> min(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batch(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
     internal::for_each_downward(nodes, [=, &planes](unsigned node, unsigned parent) {
       failed[node] |= failed[parent];
       planes.replace(node, parent, failed[node]);
@@ -135,32 +124,32 @@ std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, cons
   });
 }
 
-/// `filter::max` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
+/// `filter::max` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
-std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, const P* first, const P* last) {
-  return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
+plane_values<typename node_tree<T>::value> max(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batch(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
     internal::for_each_upward(nodes, [=](unsigned node, unsigned parent) { failed[parent] &= failed[node]; });
     internal::for_each_downward(
         nodes, [=, &planes](unsigned node, unsigned parent) { planes.replace(node, parent, failed[node]); });
   });
 }
 
-/// `filter::direct` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
+/// `filter::direct` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
-std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, const P* first, const P* last) {
-  return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
+plane_values<typename node_tree<T>::value> direct(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batch(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
     internal::for_each_downward(
         nodes, [=, &planes](unsigned node, unsigned parent) { planes.replace(node, parent, failed[node]); });
   });
 }
 
-/// `filter::sub` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
+/// `filter::sub` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
 /// \throws std::bad_alloc, and what the predicates throw.
 template <typename T, typename P>
-std::vector<typename node_tree<T>::function> sub(const node_tree<T>& nodes, const P* first, const P* last) {
-  return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
+plane_values<typename node_tree<T>::value> sub(const node_tree<T>& nodes, const P* first, const P* last) {
+  return internal::in_batch(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
     internal::for_each_downward(
         nodes, [=, &planes](unsigned node, unsigned parent) { planes.replace_or_shift(node, parent, failed[node]); });
   });

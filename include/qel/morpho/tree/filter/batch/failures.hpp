@@ -4,6 +4,7 @@
 
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/point2d.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
 
 #include <algorithm>
@@ -25,14 +26,14 @@ namespace internal {
 /// The answers about a node: bit k is set if it fails predicate k.
 using failure_bits = unsigned char;
 
-inline constexpr std::size_t most_predicates = std::numeric_limits<failure_bits>::digits;
+static_assert(std::numeric_limits<failure_bits>::digits >= most_planes, "failures: there is a bit for each plane");
 
 /// The failures of each of `n` nodes, by number.
 ///
 /// One predicate asks 256 nodes in a row before the next does: where it reads an image and compares, as most do, the
 /// compiler makes vector instructions of the inner loop.
 ///
-/// \param predicates the first of `npredicates`, at most `most_predicates`.
+/// \param predicates the first of `npredicates`, at most `most_planes`.
 /// \throws std::bad_alloc
 template <typename P>
 std::vector<failure_bits> failures(unsigned n, const P* predicates, std::size_t npredicates) {

@@ -4,12 +4,13 @@
 
 #include <qel/data/duplicate.hpp>
 #include <qel/fun/predicate.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/trace/trace.hpp>
 
+#include <cstddef>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 namespace qel {
 
@@ -30,23 +31,25 @@ inline constexpr bool
 
 }  // namespace internal
 
-/// Filters the nodes once for each predicate from `first` to `last`: their values, as images on the sheet of nodes.
+/// Filters the nodes once for each predicate from `first` to `last`: their values.
 ///
 /// \param rule called as `rule(nodes, values, predicate)`, with a copy of the node values. If it has
 ///             `rule.batch(nodes, first, last)`, which gives all results at once, that is called instead, unless it is
 ///             traced: an outline shows one predicate after the other.
+/// \pre    there are at most `most_planes` predicates.
 /// \throws std::bad_alloc, and what the rule throws.
 template <typename T, typename P, typename Rule>
-std::vector<typename node_tree<T>::function> filter_each(const node_tree<T>& nodes, const P* first, const P* last,
-                                                         const Rule& rule) {
+plane_values<typename node_tree<T>::value> filter_each(const node_tree<T>& nodes, const P* first, const P* last,
+                                                       const Rule& rule) {
   if constexpr (internal::has_batch<Rule, node_tree<T>, P>)
     if (trace::quiet) return rule.batch(nodes, first, last);
-  std::vector<typename node_tree<T>::function> values;
-  for (; first != last; ++first) {
-    values.push_back(duplicate(nodes.f()));
-    rule(nodes, values.back(), fun::predicate(*first));
+  plane_values<typename node_tree<T>::value> result(nodes.nnodes(), static_cast<std::size_t>(last - first));
+  for (std::size_t plane = 0; first != last; ++first, ++plane) {
+    auto values = duplicate(nodes.f());
+    rule(nodes, values, fun::predicate(*first));
+    for (unsigned k = 0; k < nodes.nnodes(); ++k) result.of(k)[plane] = values.element(k);
   }
-  return values;
+  return result;
 }
 
 }  // namespace tree

@@ -4,11 +4,12 @@
 
 // Many filterings of one tree. In the plain form a rule runs on the image, once for each predicate. Every pixel has the
 // value of its node, so here it runs on the node values, for up to eight predicates at once (`batch`). Pixels look
-// their values up on the way out, several planes in one walk: the numbers of the nodes are most of what the walk reads.
+// their values up on the way out, once for all these planes (`plane_values`).
 // The tests `filter_batch.equals_single_calls` and `filter_batch.equals_single_calls_on_a_sheet_of_many_rows` hold many
 // predicates at once equal to one after the other.
 
 #include <qel/morpho/tree/filter/batch/filter_each.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 
 #include <algorithm>
@@ -24,21 +25,20 @@ namespace tree {
 namespace internal {
 
 /// How many planes go out together: as many as have 8 bytes of node values a pixel, which the flood used for levels and
-/// queues and has given back; 16 at most, because more save no time worth their memory.
+/// queues and has given back.
 template <typename T>
 std::size_t planes_at_once(const node_tree<T>& nodes) {
   const std::size_t budget = std::size_t{8} * nodes.table().number.domain().nsites();
   const std::size_t plane = sizeof(typename node_tree<T>::value) * std::size_t{nodes.nnodes()};
-  return std::clamp<std::size_t>(budget / std::max<std::size_t>(plane, 1), 1, 16);
+  return std::clamp<std::size_t>(budget / std::max<std::size_t>(plane, 1), 1, most_planes);
 }
 
 }  // namespace internal
 
 /// Filters the nodes once for each predicate, and gives the results to `sink` in this order.
 ///
-/// `sink.filtered(nodes, values)` takes some results at a time. `values` is a vector of images on the sheet of nodes,
-/// one for each plane: the value of the pixel p is `values[k].element(nodes.table().number(p))`. `spread_node_values`
-/// writes it out. The sink may keep the images.
+/// `sink.filtered(nodes, values)` takes some results at a time. `values` are `plane_values` of so many planes: the value
+/// of the pixel p in plane k is `values.of(nodes.table().number(p))[k]`, and `values.spread` writes them out.
 ///
 /// Cost: one walk over the nodes for each predicate, or for eight if the rule has a `batch`; memory for the node values
 /// of the planes that go out together.
@@ -54,7 +54,7 @@ void filter_planes(const node_tree<T>& nodes, const std::vector<P>& predicates, 
   const std::size_t most = internal::planes_at_once(nodes);
   for (std::size_t k = 0; k < predicates.size(); k += most) {
     const P* const first = predicates.data() + k;
-    auto values = filter_each(nodes, first, first + std::min(most, predicates.size() - k), rule);
+    const auto values = filter_each(nodes, first, first + std::min(most, predicates.size() - k), rule);
     sink.filtered(nodes, values);
   }
 }
