@@ -89,7 +89,7 @@ struct timed_planes {
 
 /// Whether a call sorts the sites; it does not where levels are values.
 template <typename T>
-constexpr bool is_sorted = sizeof(T) > 2;
+constexpr bool is_sorted = false;
 
 /// The steps of one tree.
 template <typename A, typename T, typename L>

@@ -16,6 +16,7 @@
 #include <qel/core/concept/image.hpp>
 #include <qel/core/concept/neighborhood.hpp>
 #include <qel/core/image2d.hpp>
+#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/morpho/named_attributes.hpp>
@@ -36,12 +37,16 @@ inline std::uint32_t threshold_count(const mxArray* thresholds) {
   return qel::internal::narrowed<std::uint32_t>(mxGetN(thresholds));
 }
 
-/// The output array: 2N + 1 planes of `rows` x `cols`, with N thresholds.
+/// The output array: 2N + 1 planes of `rows` x `cols`, with N thresholds. Hosts leave a large block to the system, which
+/// clears its pages when they are first written: large pages, as a call writes all of it.
 template <typename T>
 mxArray* make_output(std::uint32_t rows, std::uint32_t cols, std::uint32_t count) {
+  const std::uint32_t planes = 2 * count + 1;
   const std::int32_t dimensions[] = {static_cast<std::int32_t>(rows), static_cast<std::int32_t>(cols),
-                                     static_cast<std::int32_t>(2 * count + 1)};
-  return mxCreateNumericArray_700(3, dimensions, define_image_type(T{}), 0);
+                                     static_cast<std::int32_t>(planes)};
+  mxArray* const output = mxCreateNumericArray_700(3, dimensions, define_image_type(T{}), 0);
+  qel::internal::advise_large_pages(mxGetPr(output), sizeof(T) * rows * cols * planes);
+  return output;
 }
 
 inline const qel::neighb2d& select_neighborhood(std::int32_t connectivity) {

@@ -5,6 +5,7 @@
 #include <qel/core/image2d.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/morpho/attribute_profile.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/filter/named_rule.hpp>
 #include <qel/morpho/tree/sweep/sweep_sites.hpp>
 
@@ -35,12 +36,12 @@ class part_planes {
   part_planes(const window<T>& w, const rectangle& part, std::vector<std::vector<T>>& planes)
       : w_(w), part_(part), planes_(planes) {}
 
-  template <typename Nodes, typename F>
-  void filtered(const Nodes& nodes, const std::vector<F>& values) {
+  template <typename Nodes>
+  void filtered(const Nodes& nodes, const qel::morpho::tree::plane_values<T>& values) {
     const auto& number = nodes.table().number;
-    for (const F& plane : values)
+    for (std::size_t k = 0; k < values.size(); ++k)
       planes_.push_back(pixels_of(
-          w_, part_, [&](const qel::point2d& p) { return w_.has_data(p) ? plane.element(number(p)) : w_.values(p); }));
+          w_, part_, [&](const qel::point2d& p) { return w_.has_data(p) ? values.of(number(p))[k] : w_.values(p); }));
   }
 
  private:

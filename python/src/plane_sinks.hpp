@@ -8,8 +8,8 @@
 #include "typed_calls.hpp"
 
 #include <qel/core/image2d.hpp>
-#include <qel/core/internal/narrowed.hpp>
-#include <qel/core/point2d.hpp>
+#include <qel/morpho/profile_planes.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -18,40 +18,26 @@
 
 namespace python {
 
-/// Writes planes one after the other, each in raster order and without gaps. The numbers of the nodes are larger than the
-/// values, so a row of them is read once for all planes of a group.
+/// `qel::morpho::raster_planes` with a stop sign.
 template <typename T>
 class plane_writer {
  public:
-  plane_writer(const stop_sign& stop, T* position) : stop_(stop), position_(position) {}
+  plane_writer(const stop_sign& stop, T* position) : stop_(stop), planes_(position) {}
 
-  template <typename Nodes, typename F>
-  void filtered(const Nodes& nodes, const std::vector<F>& values) {
+  template <typename Nodes, typename V>
+  void filtered(const Nodes& nodes, const qel::morpho::tree::plane_values<V>& values) {
     stop_.check();
-    const auto& number = nodes.table().number;
-    const std::size_t rows = number.domain().len(0);
-    const std::size_t cols = number.domain().len(1);
-    for (std::size_t row = 0; row < rows; ++row) {
-      const auto* const numbers = &number(qel::point2d(qel::internal::narrowed<short>(row), 0));
-      for (std::size_t k = 0; k < values.size(); ++k) {
-        const auto* const value_of = values[k].buffer();
-        std::transform(numbers, numbers + cols, position_ + (k * rows + row) * cols,
-                       [value_of](unsigned node) { return value_of[node]; });
-      }
-    }
-    position_ += values.size() * rows * cols;
+    planes_.filtered(nodes, values);
   }
 
   void input(const qel::image2d<T>& image) {
     stop_.check();
-    const std::size_t cols = image.domain().len(1);
-    for (std::size_t row = 0; row < image.domain().len(0); ++row)
-      position_ = std::copy_n(&image(qel::point2d(qel::internal::narrowed<short>(row), 0)), cols, position_);
+    planes_.input(image);
   }
 
  private:
   const stop_sign& stop_;
-  T* position_;
+  qel::morpho::raster_planes<T> planes_;
 };
 
 /// Sums planes up and keeps none. Each node counts once, with the number of its pixels.
@@ -63,14 +49,14 @@ class plane_summer {
   /// Those of the planes so far.
   const std::vector<plane_sums>& sums() const { return sums_; }
 
-  template <typename Nodes, typename F>
-  void filtered(const Nodes& nodes, const std::vector<F>& values) {
+  template <typename Nodes, typename V>
+  void filtered(const Nodes& nodes, const qel::morpho::tree::plane_values<V>& values) {
     stop_.check();
     std::vector<std::uint32_t> pixels(nodes.nnodes());
     for_each(nodes.table().number, [&](unsigned node) { ++pixels[node]; });
-    for (const F& plane : values) {
+    for (std::size_t k = 0; k < values.size(); ++k) {
       plane_sums sums;
-      for (unsigned node = 0; node < pixels.size(); ++node) add(plane.element(node), pixels[node], sums);
+      for (unsigned node = 0; node < pixels.size(); ++node) add(values.of(node)[k], pixels[node], sums);
       sums_.push_back(sums);
     }
   }

@@ -8,6 +8,7 @@
 #include <qel/data/initialize.hpp>
 #include <qel/morpho/tree/filter/batch/plane_values.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -60,11 +61,14 @@ class raster_planes {
     position_ += values.size() * nsites;
   }
 
-  /// The plane of the image itself.
+  /// The plane of the image itself. Its rows are each in one block.
   template <typename I>
   void input(const I& image) {
-    typename I::domain_t::fwd_piter p(image.domain());
-    for (p.start(); p.is_valid(); p.next()) *position_++ = static_cast<V>(image(p));
+    const std::size_t cols = image.domain().len(1);
+    point2d row = image.domain().pmin();
+    for (unsigned left = image.domain().len(0); left > 0; --left, ++row.row())
+      position_ = std::transform(&image(row), &image(row) + cols, position_,
+                                 [](const typename I::value& v) { return static_cast<V>(v); });
   }
 
  private:

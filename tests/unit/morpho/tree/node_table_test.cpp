@@ -8,6 +8,7 @@
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/sweep/few_values.hpp>
 #include <qel/morpho/tree/union_find/compute_parent_generic.hpp>
 
 #include <algorithm>
@@ -89,6 +90,29 @@ TEST(node_table, is_that_of_union_find_for_more_levels_than_three_layers_of_bits
   for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<int>(engine() % 2000000);
   const std::vector<int> all = values(f);
   ASSERT_FALSE(qel::util::priority_bits<3>::fits(std::set<int>(all.begin(), all.end()).size()));
+  for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
+}
+
+// One value more than 16 bits have levels for, and exactly as many.
+TEST(node_table, is_that_of_union_find_at_the_limit_of_short_levels) {
+  image2d<unsigned short> f(box2d({0, 0}, {255, 255}));
+  unsigned k = 0;
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<unsigned short>(40503 * k++);
+  for (const bool one_less : {false, true}) {
+    if (one_less) f({100, 100}) = f({100, 101});
+    image2d<unsigned short> levels(f.domain());
+    EXPECT_EQ(tree::internal::set_levels_of_few_values(f, true, levels).empty(), !one_less);
+    for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
+  }
+}
+
+// Products with the inverse of the hash's factor are small, so all values begin at one slot.
+TEST(node_table, is_that_of_union_find_for_values_made_to_collide) {
+  image2d<long> f(box2d({0, 0}, {39, 49}));
+  unsigned long k = 0;
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<long>(0xf1de83e19937733d * k++);
+  image2d<unsigned short> levels(f.domain());
+  EXPECT_TRUE(tree::internal::set_levels_of_few_values(f, true, levels).empty());
   for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
 }
 

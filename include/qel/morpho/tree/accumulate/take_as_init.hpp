@@ -33,9 +33,10 @@ void take_as_init(A& accu, const I& f, const P& p) {
   take_as_init(typename trait::accumulator_<A>::when_pix(), accu, f, p);
 }
 
-/// The accumulator of a node takes one of its sites, from a copy of `a`, which may have settings.
+/// The accumulator of a node takes one of its sites, from a copy of `a`, which may have settings. A call would cost more
+/// than the sums of an `inertia`.
 template <typename A, typename I, typename P>
-void take_site(A& of_node, const A& a, const I& f, const P& p) {
+[[gnu::always_inline]] inline void take_site(A& of_node, const A& a, const I& f, const P& p) {
   A one = a;
   take_as_init(one, f, p);
   of_node.take(one);

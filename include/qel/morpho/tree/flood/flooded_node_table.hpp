@@ -20,6 +20,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 #include <vector>
@@ -32,20 +33,13 @@ namespace tree {
 
 namespace internal {
 
-/// The most layers of `util::priority_bits` for the levels of values of type T: there are 257 or 65537, or as many as
-/// an image of less than 2^30 sites can have.
+/// The layers of `util::priority_bits` for levels of 16 bits: 8-bit values have 257.
 template <typename T>
-constexpr unsigned most_layers() {
-  if (!levels_are_values<T>) return 5;
-  return sizeof(T) == 1 ? 2 : 3;
-}
+inline constexpr unsigned layers_of_short_levels = sizeof(T) == 1 ? 2 : 3;
 
-/// The fewest: the number of levels is fixed where they are values; ranks may be few.
+/// Those for levels of 32 bits: 16-bit values have 65537, others as many as an image of less than 2^30 sites can have.
 template <typename T>
-constexpr unsigned fewest_layers() {
-  if (levels_are_values<T>) return most_layers<T>();
-  return 2;
-}
+inline constexpr unsigned most_layers = levels_are_values<T> ? 3 : 5;
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
 /// the right and below are among them, so that a flood reaches every site. The layers have to hold all levels.
@@ -64,7 +58,7 @@ bool can_be_flooded(const I& f, const N& nbh) {
   }
   using value_t = typename I::value;
   const std::size_t nlevels = std::size_t{f.domain().nsites()} + 1;
-  const bool levels_fit = levels_are_values<value_t> || util::priority_bits<most_layers<value_t>()>::fits(nlevels);
+  const bool levels_fit = levels_are_values<value_t> || util::priority_bits<most_layers<value_t>>::fits(nlevels);
   return levels_fit && has(dpoint2d(0, 1)) && has(dpoint2d(1, 0));
 }
 
@@ -102,6 +96,18 @@ flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, F
   return flood(level_queues<layers>(below, places.buffer()));
 }
 
+/// The nodes of `levels`, of which `below` tells the number of sites that have a lower one.
+template <unsigned layers, unsigned most, typename L, typename W, typename P, typename N>
+flooded_nodes flood_levels(L& levels, std::vector<unsigned>& below, const W& win, bool last_ties, P& places,
+                           N& numbers) {
+  const unsigned start = lowest_place(levels, below);
+  return with_distances(levels, win, [&](const auto& around) {
+    return with_queues<layers, most>(below, places, numbers, [&](auto queues) {
+      return flood(levels.buffer(), start, around, last_ties, std::move(queues), numbers);
+    });
+  });
+}
+
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
 ///
 /// The trace scope has the name and the steps of the plain form, so that outlines can be compared.
@@ -109,7 +115,7 @@ template <typename I, typename N, typename S>
 node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   trace::entering("morpho::tree::impl::generic::compute_parent");
   using value_t = typename I::value;
-  typename trait::ch_value<I, sweep_level_t<value_t>>::ret levels;
+  typename trait::ch_value<I, std::uint16_t>::ret levels;
   initialize(levels, f);
   node_table<I> table;
   initialize(table.number, f);
@@ -118,17 +124,28 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   qel::data::fill(levels, 0);
 
   const sweep_order order = order_of(f, s);
-  std::vector<unsigned> below = set_sweep_levels(f, s, order, levels);
-  const unsigned start = lowest_place(levels, below);
-  flooded_nodes nodes = with_distances(f, nbh.win(), [&](const auto& around) {
-    return with_queues<fewest_layers<value_t>(), most_layers<value_t>()>(below, places, table.number, [&](auto queues) {
-      return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);
-    });
-  });
+  const bool last_ties = !order.raster_ties;
+  const auto nodes = [&] {
+    std::vector<unsigned> below = set_short_levels(f, order, levels);
+    if constexpr (sizeof(value_t) > 1)
+      if (below.empty()) {
+        trace::suspend();
+        levels = {};
+        typename trait::ch_value<I, unsigned>::ret long_levels;
+        initialize(long_levels, f);
+        qel::data::fill(long_levels, 0);
+        trace::resume();
+        below = set_long_levels(f, s, order, long_levels);
+        return flood_levels<3, most_layers<value_t>>(long_levels, below, nbh.win(), last_ties, places, table.number);
+      }
+    constexpr unsigned layers = layers_of_short_levels<value_t>;
+    return flood_levels<layers, layers>(levels, below, nbh.win(), last_ties, places, table.number);
+  };
+  flooded_nodes found = nodes();
 
-  table.canonical = std::move(nodes.canonical);
-  table.parent = std::move(nodes.parent);
-  table.upward = p_array2d(std::move(nodes.upward));
+  table.canonical = std::move(found.canonical);
+  table.parent = std::move(found.parent);
+  table.upward = p_array2d(std::move(found.upward));
   trace::exiting("morpho::tree::impl::generic::compute_parent");
   return table;
 }

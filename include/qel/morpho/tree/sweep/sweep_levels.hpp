@@ -4,16 +4,20 @@
 
 // The levels of an image in sweep order: small integers for the values, greater ones nearer to the leaves.
 //
-// 0 means "not to be visited". Values of 8 and 16 bits are numbered as they are, with gaps; wider ones by their rank
-// among the values of the image, which the site array tells.
+// 0 means "not to be visited". Values of 8 bits are numbered as they are, with gaps; wider ones by their rank among the
+// values of the image. Levels have 16 bits where they suffice, as a flood reads little else. Otherwise they have 32,
+// and the site array tells the ranks of values that have more than 16 bits.
 
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/site_set/box_piter.hpp>
+#include <qel/core/trait_image.hpp>
+#include <qel/morpho/tree/sweep/few_values.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <type_traits>
 #include <utility>
@@ -30,10 +34,6 @@ namespace internal {
 /// Whether levels are the values themselves rather than their ranks.
 template <typename T>
 inline constexpr bool levels_are_values = std::is_integral_v<T> && sizeof(T) <= 2;
-
-/// The type of a level: 16 bits hold 257 levels.
-template <typename T>
-using sweep_level_t = std::conditional_t<sizeof(T) == 1, unsigned short, unsigned>;
 
 template <typename I, typename L>
 std::vector<unsigned> set_levels_by_value(const I& f, const sweep_order& order, L& levels) {
@@ -77,9 +77,21 @@ std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
   return below;
 }
 
-/// Gives the sites of the domain their levels, from 1 up. Returns for each level the number of sites of lower ones.
-template <typename I, typename L, typename S>
-std::vector<unsigned> set_sweep_levels(const I& f, const S& s, const sweep_order& order, L& levels) {
+/// Gives the sites of the domain their levels, from 1 up, in 16 bits. Returns for each level the number of sites of lower
+/// ones; nothing if 16 bits are too few.
+template <typename I>
+std::vector<unsigned> set_short_levels(const I& f, const sweep_order& order,
+                                       typename trait::ch_value<I, std::uint16_t>::ret& levels) {
+  if constexpr (sizeof(typename I::value) == 1)
+    return set_levels_by_value(f, order, levels);
+  else
+    return set_levels_of_few_values(f, order.increasing, levels);
+}
+
+/// The same in 32 bits, which are always enough.
+template <typename I, typename S>
+std::vector<unsigned> set_long_levels(const I& f, const S& s, const sweep_order& order,
+                                      typename trait::ch_value<I, unsigned>::ret& levels) {
   if constexpr (levels_are_values<typename I::value>)
     return set_levels_by_value(f, order, levels);
   else

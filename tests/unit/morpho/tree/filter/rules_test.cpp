@@ -9,8 +9,8 @@
 #include <qel/fun/geq.hpp>
 #include <qel/morpho/attribute/card.hpp>
 #include <qel/morpho/tree/accumulate/compute_attribute_image.hpp>
-#include <qel/morpho/tree/filter/batch/filter_each.hpp>
 #include <qel/morpho/tree/filter/batch/filter_planes.hpp>
+#include <qel/morpho/tree/filter/batch/plane_values.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/propagate_representative.hpp>
 #include <qel/pw/cst.hpp>
@@ -105,6 +105,20 @@ TYPED_TEST(filter_rules, laws) {
   });
 }
 
+/// The node values of each plane.
+template <typename T>
+struct collected_planes {
+  std::vector<std::vector<T>> planes;
+
+  void filtered(const qel::morpho::tree::node_tree<tree_of<T>>& nodes,
+                const qel::morpho::tree::plane_values<T>& values) {
+    for (std::size_t k = 0; k < values.size(); ++k) {
+      planes.emplace_back();
+      for (unsigned node = 0; node < nodes.nnodes(); ++node) planes.back().push_back(values.of(node)[k]);
+    }
+  }
+};
+
 /// Checks each rule by many predicates at once against one after the other: random attributes and thresholds, in no
 /// order, some equal and some NaN.
 template <typename T>
@@ -119,12 +133,20 @@ void expect_batches_to_equal_single_calls(const tree_of<T>& tree, support::rando
   const std::vector<std::function<bool(const point2d&)>> plain(reaches.begin(), reaches.end());
   const auto check = [&](const auto& rule) {
     SCOPED_TRACE(rule.name);
-    const auto batch = qel::morpho::tree::filter_each(nodes, reaches.data(), reaches.data() + reaches.size(), rule);
-    const auto one_by_one = [&](const auto& t, auto& f, const auto& keep) { rule(t, f, keep); };
-    const auto single = qel::morpho::tree::filter_each(nodes, plain.data(), plain.data() + plain.size(), one_by_one);
-    ASSERT_EQ(batch.size(), reaches.size());
-    for (std::size_t i = 0; i < reaches.size(); ++i)
-      for (unsigned k = 0; k < nodes.nnodes(); ++k) ASSERT_EQ(batch[i].element(k), single[i].element(k));
+    collected_planes<T> batch;
+    filter_planes(nodes, reaches, rule, batch);
+    collected_planes<T> one_by_one;
+    filter_planes(
+        nodes, plain, [&](const auto& t, auto& f, const auto& keep) { rule(t, f, keep); }, one_by_one);
+    ASSERT_EQ(batch.planes.size(), reaches.size());
+    for (std::size_t i = 0; i < reaches.size(); ++i) {
+      auto single = duplicate(nodes.f());
+      rule(nodes, single, reaches[i]);
+      for (unsigned k = 0; k < nodes.nnodes(); ++k) {
+        ASSERT_EQ(batch.planes[i][k], single.element(k));
+        ASSERT_EQ(one_by_one.planes[i][k], single.element(k));
+      }
+    }
   };
   std::apply([&](const auto&... rule) { (check(rule), ...); }, filter::rules);
 }
@@ -178,12 +200,7 @@ TEST(filter_planes, of_a_tree_without_nodes_are_empty) {
   const tree_of<int> whole(f, no_sites, c4());
   const qel::morpho::tree::node_tree nodes(whole);
   const auto area = compute_attribute_image(qel::morpho::attribute::card<image2d<int>>(), nodes);
-  struct {
-    std::vector<image2d<int>> planes;
-    void filtered(const qel::morpho::tree::node_tree<tree_of<int>>&, const std::vector<image2d<int>>& values) {
-      planes.insert(planes.end(), values.begin(), values.end());
-    }
-  } sink;
+  collected_planes<int> sink;
   const std::vector reaches(2, qel::pw::value_(area) >= qel::pw::cst_(1u));
   filter_planes(nodes, reaches, filter::rule::min(), sink);
   EXPECT_EQ(sink.planes.size(), 2u);
