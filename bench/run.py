@@ -3,6 +3,9 @@
 """Runs the benchmarks and prints the figures with their limits, then the details.
 
     run.py BUILD_FOLDER PICTURE_FOLDER RESULT_FOLDER SIDE SIDES...
+    run.py --against OTHER_BUILD BUILD_FOLDER PICTURE_FOLDER RESULT_FOLDER SIDE SIDES...
+
+--against measures the calls of two builds in turn, such as the state before a change and after it, and nothing else.
 
 SIDE is that of the pictures on which most is measured, SIDES are those of the mosaics of growing size. Writes
 results.json into RESULT_FOLDER. The limits hold for a SIDE of 2048.
@@ -137,6 +140,31 @@ def measure_stages(program, pictures, side):
     return table
 
 
+def compare(other, build, pictures, side, sides):
+    """Prints the medians of 15 calls of each build. Their runs take turns, so a slow hour slows both."""
+    cases = [case(s, c) for s in (side, *sides) for c in CLASSES]
+    cases += [case(side, attribute=a) for a in ("diagonal", "inertia", "std")]
+    cases += [case(side, connectivity=8), case(side, thresholds=MORE_AREA)]
+    cases = list(dict.fromkeys(cases))
+    arguments = [f"{pictures}/" + ",".join(map(str, c)) for c in cases]
+    samples = {b: {c: {"call_ms": [], "peak_bytes": []} for c in cases} for b in (other, build)}
+    for turn in range(3):
+        for b in (other, build) if turn % 2 == 0 else (build, other):
+            for c, line in zip(cases, run(b / "bench/bench_call", "--no-floor", *arguments).splitlines()):
+                result = json.loads(line)
+                for key in ("call_ms", "peak_bytes"):
+                    samples[b][c][key] += result[key]
+                samples[b][c]["sites"] = result["sites"]
+    rows = []
+    for c in cases:
+        before, now = (samples[b][c] for b in (other, build))
+        ms = [statistics.median(s["call_ms"]) for s in (before, now)]
+        peaks = [statistics.median(s["peak_bytes"]) / s["sites"] for s in (before, now)]
+        rows.append([c[0], c[1], c[2], c[3].count("/") + 1, *ms, ms[1] / ms[0], *peaks])
+    print_table("Calls of two builds, medians", ["picture", "attribute", "connectivity", "thresholds", "before, ms",
+                                                "now, ms", "now / before", "peak before, bytes a site", "now"], rows)
+
+
 def print_table(title, head, rows):
     rows = [[f"{cell:.2f}" if isinstance(cell, float) else str(cell) for cell in row]
             for row in (head, *rows)]
@@ -162,7 +190,7 @@ def main(build, pictures, results, side, *sides):
     head = [key for key in calls.rows[0] if key != "samples"]
     print_table("Whole calls, medians", head, [[row[key] for key in head] for row in calls.rows])
     print(f"\nscikit-image: {peer['ms']:.0f} ms, same planes: {peer['same_planes']}")
-    columns = list(stages["sort"])
+    columns = list(stages["tree"])
     print_table(f"Stages of a call at {side} x {side}, ms, both trees together", ["stage", *columns],
                 [[stage, *(row[c] for c in columns)] for stage, row in stages.items()])
     (results / "results.json").write_text(json.dumps(
@@ -171,4 +199,8 @@ def main(build, pictures, results, side, *sides):
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:])
+    if sys.argv[1] == "--against":
+        other, build, pictures, _, side, *sides = sys.argv[2:]
+        compare(pathlib.Path(other), pathlib.Path(build), pictures, int(side), list(map(int, sides)))
+    else:
+        main(*sys.argv[1:])

@@ -44,7 +44,6 @@ namespace {
 enum stage : std::size_t {
   import,
   output,
-  sort,
   tree,
   nodes,
   attribute,
@@ -55,7 +54,7 @@ enum stage : std::size_t {
   whole_call,
   nstages
 };
-constexpr const char* names[] = {"import", "output", "sort",   "tree",    "nodes",     "attribute",
+constexpr const char* names[] = {"import", "output", "tree",   "nodes",   "attribute",
                                  "rules",  "planes", "middle", "release", "whole call"};
 
 /// Milliseconds by stage, and the clock that fills them.
@@ -87,18 +86,12 @@ struct timed_planes {
   }
 };
 
-/// Whether a call sorts the sites; it does not where levels are values.
-template <typename T>
-constexpr bool is_sorted = false;
-
 /// The steps of one tree.
 template <typename A, typename T, typename L>
 void run_tree(const qel::image2d<T>& image, const qel::morpho::tree::sweep_sites<qel::image2d<T>>& sites,
               const qel::neighb2d& nbh, const std::vector<L>& thresholds, const std::string& rule,
               timed_planes<T>& sink) {
   using sites_type = qel::morpho::tree::sweep_sites<qel::image2d<T>>;
-  if (is_sorted<T>) sites.array();
-  sink.clock.lap(sort);
   const qel::morpho::tree::data<qel::image2d<T>, sites_type> made_tree(image, sites, nbh);
   sink.clock.lap(tree);
   const qel::morpho::tree::node_tree<std::decay_t<decltype(made_tree)>> made_nodes(made_tree);
