@@ -133,7 +133,8 @@ def list_names(app, doctree):
                 places.setdefault(next(name[0][-1].findall(desc_name)).astext(), name[0]["ids"][0])
         names = nodes.paragraph()
         for name in sorted(places, key=str.lower):
-            names += [nodes.reference("", "", nodes.literal("", name), refid=places[name], internal=True), nodes.Text(" ")]
+            names += nodes.reference("", "", nodes.literal("", name), refid=places[name], internal=True)
+            names += nodes.Text(" ")
         content.insert(1 if isinstance(content[0], nodes.paragraph) else 0, names)
 
 

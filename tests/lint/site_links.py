@@ -41,5 +41,4 @@ def faults(folder):
                 yield f"{file}: {link} leads nowhere"
 
 
-found = list(faults(Path(sys.argv[1]).resolve()))
-sys.exit("\n".join(found))
+sys.exit("\n".join(faults(Path(sys.argv[1]).resolve())) or None)
