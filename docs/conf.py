@@ -138,6 +138,13 @@ def list_names(app, doctree):
         content.insert(1 if isinstance(content[0], nodes.paragraph) else 0, names)
 
 
+def tidy_throws(app, doctree):
+    """Takes away the dash behind a lone \\throws std::bad_alloc."""
+    for paragraph in doctree.findall(nodes.paragraph):
+        if paragraph.astext().endswith(" – "):
+            del paragraph[1:]
+
+
 def namespaces(app):
     """Those that have anything to show."""
     pages = [page.read_text() for page in Path(app.config.breathe_projects["qel"]).glob("namespaceqel*.xml")]
@@ -162,4 +169,5 @@ def setup(app):
     app.connect("source-read", add_text)
     app.connect("doctree-read", link_names)
     app.connect("doctree-read", list_names)
+    app.connect("doctree-read", tidy_throws)
     app.connect("build-finished", copy_front_page)
