@@ -21,6 +21,7 @@ root_doc = "README"
 include_patterns = ["*.md", "docs/**", "cluster/*.md"]
 exclude_patterns = ["build*", "docs/images"]
 highlight_language = "text"
+smartquotes_action = "D"  # dashes only: quotes belong to code
 myst_heading_anchors = 4  # as a forge makes them: [text](page.md#the-heading)
 
 # The comments need no compiled module.
