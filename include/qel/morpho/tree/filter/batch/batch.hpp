@@ -113,7 +113,7 @@ plane_values<typename node_tree<T>::value> in_batch(const node_tree<T>& nodes, c
 }  // namespace internal
 
 /// `filter::min` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 plane_values<typename node_tree<T>::value> min(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batch(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
@@ -125,7 +125,7 @@ plane_values<typename node_tree<T>::value> min(const node_tree<T>& nodes, const 
 }
 
 /// `filter::max` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 plane_values<typename node_tree<T>::value> max(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batch(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
@@ -136,7 +136,7 @@ plane_values<typename node_tree<T>::value> max(const node_tree<T>& nodes, const 
 }
 
 /// `filter::direct` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 plane_values<typename node_tree<T>::value> direct(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batch(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
@@ -146,7 +146,7 @@ plane_values<typename node_tree<T>::value> direct(const node_tree<T>& nodes, con
 }
 
 /// `filter::sub` by each predicate from `first` to `last`: the node values. \pre they are at most `most_planes`.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 plane_values<typename node_tree<T>::value> sub(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batch(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {

@@ -37,7 +37,7 @@ inline constexpr bool
 ///             `rule.batch(nodes, first, last)`, which gives all results at once, that is called instead, unless it is
 ///             traced: an outline shows one predicate after the other.
 /// \pre    there are at most `most_planes` predicates.
-/// \throws std::bad_alloc, and what the rule throws.
+/// \throws std::bad_alloc and what the rule throws.
 template <typename T, typename P, typename Rule>
 plane_values<typename node_tree<T>::value> filter_each(const node_tree<T>& nodes, const P* first, const P* last,
                                                        const Rule& rule) {
