@@ -18,6 +18,7 @@
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 #include <qel/trace/trace.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -129,12 +130,11 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
     std::vector<unsigned> below = set_short_levels(f, order, levels);
     if constexpr (sizeof(value_t) > 1)
       if (below.empty()) {
-        trace::suspend();
         levels = {};
         typename trait::ch_value<I, unsigned>::ret long_levels;
-        initialize(long_levels, f);
-        qel::data::fill(long_levels, 0);
-        trace::resume();
+        // Nothing here has a trace scope.
+        long_levels.init_(f.domain(), f.border());
+        std::fill_n(long_levels.buffer(), long_levels.nelements(), 0u);
         below = set_long_levels(f, s, order, long_levels);
         return flood_levels<3, most_layers<value_t>>(long_levels, below, nbh.win(), last_ties, places, table.number);
       }
