@@ -14,7 +14,8 @@ function [found, kept] = digests_of_calls ()
     end
     before = call;
     L = thresholds_of (call{3}, grey_level);
-    [~, AP] = evalc ('attribute_profile (image, call{3}, L, str2double (call{4}), call{5})');
+    AP = [];
+    evalc ('AP = attribute_profile (image, call{3}, L, str2double (call{4}), call{5});');
     found{k} = sprintf ('%s ', call{1:5}, digest_of (AP));
     found{k}(end) = [];
   end

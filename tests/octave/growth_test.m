@@ -14,7 +14,7 @@
 %!   [grown, same] = growth_of_calls (16, run{1} / 5, run{2});
 %!   printf ('%d calls in rounds that grew by %s kB\n', run{1}, mat2str (grown));
 %!   assert (same);
-%!   % The first round warms up, later ones may settle; what leaks shows in each. 2000 blocks of the least size of the
+%!   % The first round warms up, later ones may settle; what leaks shows in most. 2000 blocks of the least size of the
 %!   % heap, 32 bytes, come to 62 kB.
-%!   assert (min (grown(2:5)) < 50);
+%!   assert (median (grown(3:5)) < 50);
 %! endfor
