@@ -12,8 +12,9 @@ function [grown, same] = growth_of_calls (side, calls, after_call)
   first = {};
   inputs = cell (1, 16);
   for k = 0:15
-    inputs{k+1} = {cast(image, names{mod (k, 8) + 1}), letters(floor (k / 4) + 1), [0.2 5 20], 4 + 4 * (k > 7), ...
-                   rules{mod (k, 4) + 1}};
+    name = names{mod(k, 8) + 1};
+    rule = rules{mod(k, 4) + 1};
+    inputs{k+1} = {cast(image, name), letters(floor (k / 4) + 1), [0.2 5 20], 4 + 4 * (k > 7), rule};
   end
   inputs = [inputs, {{image}, {image, 'a', 3, 4, 5}, {image, 'a', 3, [4 8]}, {'image', 'a', 3}, ...
             {cat(3, image, image), 'a', 3}, {image, 5, 3}, {image, 'a', []}, {double(image), 'a', 3}, ...

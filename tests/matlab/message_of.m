@@ -9,7 +9,7 @@ function text = message_of (name, inputs)
     evalc ('feval (name, inputs{:});');
   catch failure
     text = strtrim (regexprep (failure.message, '^(Error using \S+\s+)?(\w*attribute_profile\w*: )?', ''));
-    if ~isempty (regexpi (text, 'out of memory|bad_alloc|allocat'))
+    if ~isempty (regexpi (text, 'out of memory|bad_alloc|bad_array_new_length|allocat'))
       text = 'out of memory';
     end
   end
