@@ -17,7 +17,7 @@ if sys.platform == "win32":
     # sources.
     options = {"build_ext": {"compiler": "mingw32"}}
     module = Extension(name, sources, include_dirs=["include", pybind11.get_include()], language="c++",
-                       extra_compile_args=[*flags, "-std=c++17", "-fvisibility=hidden"], extra_link_args=["-static"])
+                       extra_compile_args=[*flags, "-DNDEBUG", "-std=c++17", "-fvisibility=hidden"], extra_link_args=["-static"])
 else:
     options = {}
     module = Pybind11Extension(name, sources, include_dirs=["include"], cxx_std=17, extra_compile_args=flags,
