@@ -13,11 +13,11 @@ sources = sorted(glob.glob("src/*.cpp") + glob.glob("src/types/*.cpp"))
 flags = ["-O3", "-g0", "-ffp-contract=off"]
 
 if sys.platform == "win32":
-    # MinGW-w64's GCC, whose run-time goes into the module: Microsoft's compiler does not know the flag, nor parts of the
-    # sources.
+    # MinGW-w64's GCC, with its run-time in the module: Microsoft's compiler knows neither the flag nor parts of the sources.
     options = {"build_ext": {"compiler": "mingw32"}}
     module = Extension(name, sources, include_dirs=["include", pybind11.get_include()], language="c++",
-                       extra_compile_args=[*flags, "-DNDEBUG", "-std=c++17", "-fvisibility=hidden"], extra_link_args=["-static"])
+                       extra_compile_args=[*flags, "-DNDEBUG", "-std=c++17", "-fvisibility=hidden"],
+                       extra_link_args=["-static"])
 else:
     options = {}
     module = Pybind11Extension(name, sources, include_dirs=["include"], cxx_std=17, extra_compile_args=flags,
