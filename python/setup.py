@@ -13,7 +13,7 @@ sources = sorted(glob.glob("src/*.cpp") + glob.glob("src/types/*.cpp"))
 flags = ["-O3", "-g0", "-ffp-contract=off"]
 
 if sys.platform == "win32":
-    # MinGW-w64's GCC, with its run-time in the module: Microsoft's compiler knows neither the flag nor parts of the sources.
+    # MinGW-w64's GCC, with its run-time in the module: Microsoft's compiler knows neither the flag nor all sources.
     options = {"build_ext": {"compiler": "mingw32"}}
     module = Extension(name, sources, include_dirs=["include", pybind11.get_include()], language="c++",
                        extra_compile_args=[*flags, "-DNDEBUG", "-std=c++17", "-fvisibility=hidden"],
