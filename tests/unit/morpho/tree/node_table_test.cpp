@@ -103,8 +103,7 @@ TEST(node_table, is_that_of_union_find_at_the_limit_of_short_levels) {
   std::set<std::string> outlines;
   for (const bool one_less : {false, true}) {
     if (one_less) f({100, 100}) = f({100, 101});
-    image2d<unsigned short> levels(f.domain());
-    EXPECT_EQ(tree::internal::set_levels_of_few_values(f, true, levels).empty(), !one_less);
+    EXPECT_EQ(tree::internal::few_values(f, true).are_few(), one_less);
     for (const p_array2d& s : sweeps(f)) {
       expect_tree_of_union_find(f, c4(), s);
       const trace_capture trace;
@@ -120,8 +119,7 @@ TEST(node_table, is_that_of_union_find_for_values_made_to_collide) {
   image2d<long> f(box2d({0, 0}, {39, 49}));
   unsigned long k = 0;
   for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<long>(0xf1de83e19937733d * k++);
-  image2d<unsigned short> levels(f.domain());
-  EXPECT_TRUE(tree::internal::set_levels_of_few_values(f, true, levels).empty());
+  EXPECT_FALSE(tree::internal::few_values(f, true).are_few());
   for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
 }
 

@@ -34,13 +34,16 @@ namespace tree {
 
 namespace internal {
 
-/// The layers of `util::priority_bits` for levels of 16 bits: 8-bit values have 257.
+/// The most layers of `util::priority_bits` for the levels of values of type T: there are 257 or 65537, or as many as
+/// an image of less than 2^30 sites can have.
 template <typename T>
-inline constexpr unsigned layers_of_short_levels = sizeof(T) == 1 ? 2 : 3;
+inline constexpr unsigned most_layers = sizeof(T) == 1         ? 2
+                                        : levels_are_values<T> ? 3
+                                                               : 5;
 
-/// Those for levels of 32 bits: 16-bit values have 65537, others as many as an image of less than 2^30 sites can have.
-template <typename T>
-inline constexpr unsigned most_layers = levels_are_values<T> ? 3 : 5;
+/// The most for levels of type L; fewer than 3 are not worth a flood of their own.
+template <typename T, typename L>
+inline constexpr unsigned most_layers_of = sizeof(L) == 2 ? std::min(most_layers<T>, 3u) : most_layers<T>;
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
 /// the right and below are among them, so that a flood reaches every site. The layers have to hold all levels.
@@ -97,18 +100,6 @@ flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, F
   return flood(level_queues<layers>(below, places.buffer()));
 }
 
-/// The nodes of `levels`, of which `below` tells the number of sites that have a lower one.
-template <unsigned layers, unsigned most, typename L, typename W, typename P, typename N>
-flooded_nodes flood_levels(L& levels, std::vector<unsigned>& below, const W& win, bool last_ties, P& places,
-                           N& numbers) {
-  const unsigned start = lowest_place(levels, below);
-  return with_distances(levels, win, [&](const auto& around) {
-    return with_queues<layers, most>(below, places, numbers, [&](auto queues) {
-      return flood(levels.buffer(), start, around, last_ties, std::move(queues), numbers);
-    });
-  });
-}
-
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
 ///
 /// The trace scope has the name and the steps of the plain form, so that outlines can be compared.
@@ -116,32 +107,26 @@ template <typename I, typename N, typename S>
 node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   trace::entering("morpho::tree::impl::generic::compute_parent");
   using value_t = typename I::value;
-  typename trait::ch_value<I, std::uint16_t>::ret levels;
-  initialize(levels, f);
   node_table<I> table;
   initialize(table.number, f);
   typename trait::ch_value<I, unsigned>::ret places;
   initialize(places, f);
-  qel::data::fill(levels, 0);
 
   const sweep_order order = order_of(f, s);
-  const bool last_ties = !order.raster_ties;
-  const auto nodes = [&] {
-    std::vector<unsigned> below = set_short_levels(f, order, levels);
-    if constexpr (sizeof(value_t) > 1)
-      if (below.empty()) {
-        levels = {};
-        typename trait::ch_value<I, unsigned>::ret long_levels;
-        // Nothing here has a trace scope.
-        long_levels.init_(f.domain(), f.border());
-        std::fill_n(long_levels.buffer(), long_levels.nelements(), 0u);
-        below = set_long_levels(f, s, order, long_levels);
-        return flood_levels<3, most_layers<value_t>>(long_levels, below, nbh.win(), last_ties, places, table.number);
-      }
-    constexpr unsigned layers = layers_of_short_levels<value_t>;
-    return flood_levels<layers, layers>(levels, below, nbh.win(), last_ties, places, table.number);
-  };
-  flooded_nodes found = nodes();
+  flooded_nodes found = with_sweep_levels(f, s, order, [&](auto set_levels, auto level) {
+    using level_t = decltype(level);
+    typename trait::ch_value<I, level_t>::ret levels;
+    initialize(levels, f);
+    qel::data::fill(levels, 0);
+    std::vector<unsigned> below = set_levels(levels);
+    const unsigned start = lowest_place(levels, below);
+    constexpr unsigned most = most_layers_of<value_t, level_t>;
+    return with_distances(f, nbh.win(), [&](const auto& around) {
+      return with_queues<std::min(most, 3u), most>(below, places, table.number, [&](auto queues) {
+        return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);
+      });
+    });
+  });
 
   table.canonical = std::move(found.canonical);
   table.parent = std::move(found.parent);

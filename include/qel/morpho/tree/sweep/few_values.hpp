@@ -36,14 +36,11 @@ class value_numbers {
     slots_.resize(std::size_t{1} << bits_, slot{T(), none});
   }
 
-  /// Counts `v` and puts its number into `number`; false if there is none. \throws std::bad_alloc
-  bool count(const T& v, std::uint16_t& number) {
-    constexpr std::uint64_t golden = 0x9e3779b97f4a7c15;
-    std::size_t at = static_cast<std::uint64_t>(v) * golden >> (64 - bits_);
-    while (slots_[at].number != none && slots_[at].value != v) {
+  /// Counts `v`; false if it can't have a number. \throws std::bad_alloc
+  bool count(const T& v) {
+    std::size_t at = first_slot(v);
+    for (; slots_[at].number != none && slots_[at].value != v; at = next_slot(at))
       if (--steps_left_ == 0) return false;
-      at = (at + 1) & (slots_.size() - 1);
-    }
     slot& found = slots_[at];
     if (found.number == none) {
       if (values_.size() == most_few_values) return false;
@@ -51,9 +48,15 @@ class value_numbers {
       values_.push_back(v);
       counts_.push_back(0);
     }
-    number = found.number;
-    ++counts_[number];
+    ++counts_[found.number];
     return true;
+  }
+
+  /// The number of `v`, which has been counted.
+  std::uint16_t number(const T& v) const {
+    std::size_t at = first_slot(v);
+    while (slots_[at].value != v) at = next_slot(at);
+    return slots_[at].number;
   }
 
   /// How often each number came.
@@ -75,6 +78,12 @@ class value_numbers {
     std::uint16_t number;
   };
 
+  std::size_t first_slot(const T& v) const {
+    constexpr std::uint64_t golden = 0x9e3779b97f4a7c15;
+    return static_cast<std::uint64_t>(v) * golden >> (64 - bits_);
+  }
+  std::size_t next_slot(std::size_t at) const { return (at + 1) & (slots_.size() - 1); }
+
   unsigned bits_ = 4;
   std::size_t steps_left_;
   std::vector<slot> slots_;
@@ -88,10 +97,13 @@ class value_numbers<T, std::enable_if_t<std::is_integral_v<T> && sizeof(T) == 2>
  public:
   explicit value_numbers(std::size_t) : counts_(std::size_t{most_few_values} + 1) {}
 
-  bool count(T v, std::uint16_t& number) {
-    number = qel::internal::narrowed<std::uint16_t>(int{v} - int{std::numeric_limits<T>::min()});
-    ++counts_[number];
+  bool count(T v) {
+    ++counts_[number(v)];
     return true;
+  }
+
+  std::uint16_t number(T v) const {
+    return qel::internal::narrowed<std::uint16_t>(int{v} - int{std::numeric_limits<T>::min()});
   }
 
   const std::vector<unsigned>& counts() const { return counts_; }
@@ -107,34 +119,46 @@ class value_numbers<T, std::enable_if_t<std::is_integral_v<T> && sizeof(T) == 2>
   std::vector<unsigned> counts_;
 };
 
-/// Gives the sites of `f` levels by rank, from 1 up, without sorting sites. Returns for each level the number of sites of
-/// lower ones; nothing if there are more different values than 16 bits have levels, or numbering them takes too long.
-///
-/// Cost: two passes.
-///
-/// \param levels an image of 16-bit levels. If nothing is returned, some of those in the domain are set.
-/// \throws std::bad_alloc
-template <typename I, typename L>
-std::vector<unsigned> set_levels_of_few_values(const I& f, bool increasing, L& levels) {
-  box_fwd_piter_<typename I::site> p(f.domain());
-  value_numbers<typename I::value> numbers(f.domain().nsites());
-  for (p.start(); p.is_valid(); p.next())
-    if (!numbers.count(f(p), levels(p))) return {};
-  std::vector<std::uint16_t> order = numbers.sorted();
-  if (order.size() > most_few_values) return {};
-  if (!increasing) std::reverse(order.begin(), order.end());
+/// The levels of an image of few different values: their ranks, from 1 up, without sorted sites.
+template <typename I>
+class few_values {
+ public:
+  /// Cost: one pass. \throws std::bad_alloc
+  few_values(const I& f, bool increasing) : numbers_(f.domain().nsites()) {
+    box_fwd_piter_<typename I::site> p(f.domain());
+    for (p.start(); p.is_valid(); p.next())
+      if (!numbers_.count(f(p))) return;
+    std::vector<std::uint16_t> order = numbers_.sorted();
+    if (order.size() > most_few_values) return;
+    if (!increasing) std::reverse(order.begin(), order.end());
 
-  std::vector<std::uint16_t> level_of(numbers.counts().size());
-  std::vector<unsigned> below = {0};
-  unsigned nsites = 0;
-  for (const unsigned number : order) {
-    level_of[number] = qel::internal::narrowed<std::uint16_t>(below.size());
-    below.push_back(nsites);
-    nsites += numbers.counts()[number];
+    level_of_.resize(numbers_.counts().size());
+    below_.push_back(0);
+    unsigned nsites = 0;
+    for (const unsigned number : order) {
+      level_of_[number] = qel::internal::narrowed<std::uint16_t>(below_.size());
+      below_.push_back(nsites);
+      nsites += numbers_.counts()[number];
+    }
   }
-  for (p.start(); p.is_valid(); p.next()) levels(p) = level_of[levels(p)];
-  return below;
-}
+
+  /// Whether there are few: not if 16 bits are too few levels, nor if to number the values takes too long.
+  bool are_few() const { return !below_.empty(); }
+
+  /// Gives the sites of the domain their levels. Returns for each level the number of sites of lower ones. Cost: one
+  /// pass. \pre `are_few()`.
+  template <typename L>
+  std::vector<unsigned> set_levels(const I& f, L& levels) const {
+    box_fwd_piter_<typename I::site> p(f.domain());
+    for (p.start(); p.is_valid(); p.next()) levels(p) = level_of_[numbers_.number(f(p))];
+    return below_;
+  }
+
+ private:
+  value_numbers<typename I::value> numbers_;
+  std::vector<std::uint16_t> level_of_;  ///< by number
+  std::vector<unsigned> below_;
+};
 
 }  // namespace internal
 

@@ -11,7 +11,6 @@
 #include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/site_set/box_piter.hpp>
-#include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/sweep/few_values.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
@@ -77,25 +76,21 @@ std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
   return below;
 }
 
-/// Gives the sites of the domain their levels, from 1 up, in 16 bits. Returns for each level the number of sites of lower
-/// ones; nothing if 16 bits are too few.
-template <typename I>
-std::vector<unsigned> set_short_levels(const I& f, const sweep_order& order,
-                                       typename trait::ch_value<I, std::uint16_t>::ret& levels) {
-  if constexpr (sizeof(typename I::value) == 1)
-    return set_levels_by_value(f, order, levels);
-  else
-    return set_levels_of_few_values(f, order.increasing, levels);
-}
-
-/// The same in 32 bits, which are always enough.
-template <typename I, typename S>
-std::vector<unsigned> set_long_levels(const I& f, const S& s, const sweep_order& order,
-                                      typename trait::ch_value<I, unsigned>::ret& levels) {
-  if constexpr (levels_are_values<typename I::value>)
-    return set_levels_by_value(f, order, levels);
-  else
-    return set_levels_by_rank(f, stored_sites(s), levels);
+/// Calls `use(set_levels, level)` with the way to give the sites of `f` their levels, and a level of the type to hold
+/// them: `set_levels(levels)` returns for each level, from 1 up, the number of sites of lower ones.
+template <typename I, typename S, typename Use>
+auto with_sweep_levels(const I& f, const S& s, const sweep_order& order, Use use) {
+  const auto by_value = [&](auto& levels) { return set_levels_by_value(f, order, levels); };
+  if constexpr (sizeof(typename I::value) == 1) {
+    return use(by_value, std::uint16_t());
+  } else {
+    const few_values<I> few(f, order.increasing);
+    if (few.are_few()) return use([&](auto& levels) { return few.set_levels(f, levels); }, std::uint16_t());
+    if constexpr (levels_are_values<typename I::value>)
+      return use(by_value, std::uint32_t());
+    else
+      return use([&](auto& levels) { return set_levels_by_rank(f, stored_sites(s), levels); }, std::uint32_t());
+  }
 }
 
 /// The place in its block of a site of the lowest level. `below` has for each level the number of sites of lower ones.
