@@ -106,7 +106,8 @@ run points.tif out.tif area 9 --srcwin 10 20 50 40
 shows out.tif 'GCP[  1]' '(290,-20) -> (40,50,0)'
 gdal_translate -q -srcwin 0 0 60 50 "$picture" nowhere.tif
 run nowhere.tif out.tif area 9
-! gdalinfo out.tif | grep -q 'Origin\|Coordinate System' || fail "coordinates out of nowhere"
+gdalinfo out.tif >$view
+! grep -q 'Origin\|Coordinate System' $view || fail "coordinates out of nowhere"
 
 # No data: kept by value, by mask and by alpha, and marked in the output; without any, all pixels take part.
 gdal_translate -q -a_nodata 12 scene.tif nodata.tif
@@ -172,7 +173,7 @@ run deep.vrt out.1.tif area 90 --block 256 -b 1
 run -b 1 deep.vrt out.2.tif area 90
 same out.1.tif out.2.tif
 
-# Without -j there are as many as cores that the process may use: by its affinity, by the quota of a group around its own.
+# Without -j there are as many jobs as cores that the process may use: by its affinity, by the quota of a group around its own.
 core=$(taskset -pc $$ | grep -o '[0-9]*' | tail -n 1)
 cat >../in_group <<'IN'
 mount -t tmpfs none /sys/fs/cgroup && mkdir -p /sys/fs/cgroup/a/b && echo 50000 100000 >/sys/fs/cgroup/a/cpu.max &&
@@ -193,7 +194,7 @@ rpc=$(for key in {LINE,SAMP,LAT,LONG,HEIGHT}_{OFF,SCALE}; do printf '<MDI key="%
 band='<Description>NIR</Description><UnitType>m</UnitType><Metadata><MDI key="wavelength">842</MDI><MDI key="STATISTICS_MEAN">7</MDI></Metadata>'
 band+='<Offset>5</Offset><Scale>2</Scale><CategoryNames><Category>sea</Category></CategoryNames>'
 file='<Metadata domain="xml:XMP" format="xml"><x>xmp</x></Metadata>'
-sed -i "s|<VRTRasterBand.*|<Metadata domain=\"RPC\">$rpc</Metadata>$file&$band|" told.vrt
+sed -i "s|<VRTRasterBand.*|<Metadata domain=\"RPC\">$rpc</Metadata>$file&$band|; s|<ColorInterp>Red|<ColorInterp>Palette|" told.vrt
 for file in points.tif masked.tif deep.tif told.vrt signed.tif; do
   mkdir -p parts && touch parts/.hidden.tif
   size=$(gdalinfo $file | sed -n 's/^Size is \([0-9]*\), \([0-9]*\)$/\1 \2/p')
@@ -211,9 +212,10 @@ done
 run told.vrt out.tif area 9 --srcwin 30 20 100 100
 shows out.tif 'NIR, area, dark < 9' 'wavelength=842' 'Unit Type: m' 'TITLE=t' '<x>xmp</x>' 'LINE_OFF=70' 'SAMP_OFF=60' \
   '0: sea' 'Offset: 5,   Scale:2'
-! grep -q STATISTICS $view || fail "statistics of the input"
+! grep -q 'STATISTICS\|Palette' $view || fail "what does not hold of a profile: $(cat $view)"
 run told.vrt out.tif s 3
-! gdalinfo out.tif | grep sea || fail "a difference has the category of a value"
+gdalinfo out.tif >$view
+! grep -q sea $view || fail "a difference has the category of a value"
 shows one.tif 'PIXELTYPE=SIGNEDBYTE'
 run deep.tif out.tif area 9
 shows out.tif 'NoData Value=9007199254740993'
@@ -341,7 +343,7 @@ for signal in HUP TERM KILL; do
   kill -$signal $pid
   ! wait $pid 2>/dev/null || fail "not killed"
   same out.tif old.tif
-  ((threads == 6)) || fail "$threads threads: not three that compute and three that compress"
+  ((threads >= 6)) || fail "$threads threads: not three that compute and three that compress"
   [[ $signal == KILL ]] || ! compgen -G '.out.tif*' >/dev/null || fail "left by $signal: $(ls -A)"
 done
 gdalinfo -stats out.tif >/dev/null && [[ -e out.tif.aux.xml ]]
