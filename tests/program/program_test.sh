@@ -288,6 +288,7 @@ for settings in 'area 3' 'area 3 --block 200' 'std 9 --rule max' 'i 0.5 --inexac
   # shellcheck disable=SC2086
   ! "$program" -q large.tif out.tif $settings --memory $((enough - 1)) 2>$message || fail "$settings: $enough"
 done
+(ulimit -m 200000; refuses 1 'does not fit into 102 MB' large.tif new.tif std 3)  # half of what is free, in kB here
 refuses 1 "threshold 50000 can't be proved for the block at column" scene.tif new.tif area 50000 --block 90 --memory 111
 run nodata.tif whole.tif area 5 63300 99999 40
 run nodata.tif blocks.tif area 5 63300 99999 40 --block 90 --memory 111
