@@ -309,7 +309,7 @@ rm integers.tif
 run scene.tif out.tif area 7
 cp out.tif old.tif
 head -c 100000 scene.tif >broken.tif
-refuses 1 "can't read broken.tif" broken.tif out.tif area 3
+refuses 1 "can't read broken.tif: " broken.tif out.tif area 3
 refuses 1 "can't create nowhere/out.tif" scene.tif nowhere/out.tif area 3
 mkdir folder
 refuses 1 'it is a folder' scene.tif folder area 3
