@@ -5,7 +5,6 @@
 // From names and numbers to types: selects the neighbourhood and the attribute for a given value type.
 
 #include "entry/array_bridge.hpp"
-#include "entry/conversion.hpp"
 #include "entry/host.hpp"
 #include "entry/messages.hpp"
 #include "entry/profile.hpp"
@@ -20,6 +19,7 @@
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/neighb2d.hpp>
 #include <qel/morpho/named_attributes.hpp>
+#include <qel/morpho/to_threshold.hpp>
 
 #include <cstdint>
 #include <limits>
@@ -71,11 +71,7 @@ std::vector<L> read_thresholds(const mxArray* thresholds) {
   // Beyond this the output's third dimension wraps, and the planes run off its end.
   if (count > std::uint32_t{std::numeric_limits<std::int32_t>::max()} / 2) throw std::bad_array_new_length();
 
-  const double* const values = mxGetPr(thresholds);
-  std::vector<L> lambdas;
-  lambdas.reserve(count);
-  for (std::uint32_t k = 0; k < count; ++k) lambdas.push_back(to_threshold<L>(values[k]));
-  return lambdas;
+  return qel::morpho::to_thresholds<L>(mxGetPr(thresholds), count);
 }
 
 /// How the image of a call lies. Turned saves the transpositions, and sums are the same only where their order is free.

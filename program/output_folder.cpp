@@ -72,7 +72,6 @@ std::vector<std::string> names_within(const std::string& text) {
   std::vector<std::size_t> starts = {0};
   std::vector<std::size_t> ends = {text.size()};
   for (auto k = text.find_first_of(separators); k != std::string::npos; k = text.find_first_of(separators, k + 1)) {
-    starts.push_back(k);  // a path may begin with a slash
     starts.push_back(k + 1);
     ends.push_back(k);
   }

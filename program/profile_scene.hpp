@@ -74,7 +74,7 @@ class scene_profile {
       : job_(j),
         rule_(j.wanted.rule.empty() ? attribute.default_rule : j.wanted.rule),
         neighborhood_(j.wanted.connectivity == 8 ? qel::c8() : qel::c4()),
-        thresholds_(converted(j.wanted.thresholds)),
+        thresholds_(qel::morpho::to_thresholds<threshold>(j.wanted.thresholds.data(), j.wanted.thresholds.size())),
         planes_(2 * thresholds_.size() + 1),
         task_(task_of()),
         plan_(make_plan(task_)),
@@ -99,13 +99,6 @@ class scene_profile {
   }
 
  private:
-  static std::vector<threshold> converted(const std::vector<double>& numbers) {
-    std::vector<threshold> thresholds;
-    thresholds.reserve(numbers.size());
-    for (const double number : numbers) thresholds.push_back(qel::morpho::to_threshold<threshold>(number));
-    return thresholds;
-  }
-
   /// Those that a block can prove.
   std::vector<threshold> proved_thresholds() const {
     std::vector<threshold> proved;

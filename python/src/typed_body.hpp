@@ -47,10 +47,8 @@ void with_attribute(const std::string& name, Use use) {
 }
 
 template <typename L>
-std::vector<L> converted(const std::vector<double>& numbers) {
-  std::vector<L> thresholds(numbers.size());
-  std::transform(numbers.begin(), numbers.end(), thresholds.begin(), qel::morpho::to_threshold<L>);
-  return thresholds;
+std::vector<L> thresholds_of(const settings& wanted) {
+  return qel::morpho::to_thresholds<L>(wanted.thresholds.data(), wanted.thresholds.size());
 }
 
 inline const qel::neighb2d& neighborhood_of(const settings& wanted) {
@@ -66,7 +64,7 @@ void run_profile(const qel::image2d<T>& image, const settings& wanted, Sink& sin
     const qel::morpho::tree::filter::named_rule rule(name,
                                                      [&] { throw std::invalid_argument("there is no rule " + name); });
     qel::morpho::attribute_profile(image, neighborhood_of(wanted), typename attribute_type::accumulator(),
-                                   converted<typename attribute_type::threshold>(wanted.thresholds), rule, sink);
+                                   thresholds_of<typename attribute_type::threshold>(wanted), rule, sink);
   });
 }
 
@@ -86,9 +84,8 @@ void prove_block(const block_task& task, const settings& wanted, const scene_rea
     std::copy(pixels.begin(), pixels.end(), planes + plane * pixels.size());
   };
   qel::scene::block_report report;
-  qel::scene::block_profile<T, A, decltype(window_at)> profile(task.scene, window_at, neighborhood_of(wanted),
-                                                               converted<typename A::result>(wanted.thresholds),
-                                                               task.limits, report);
+  qel::scene::block_profile<T, A, decltype(window_at)> profile(
+      task.scene, window_at, neighborhood_of(wanted), thresholds_of<typename A::result>(wanted), task.limits, report);
   profile.run(
       task.block, [&](const std::vector<T>& pixels) { put(n, pixels); },
       [&](direction d, const std::vector<qel::scene::block_plane<T>>& proved) {
@@ -129,7 +126,7 @@ window_needs needs_of_windows(const settings& wanted) {
     using A = typename std::decay_t<decltype(attribute)>::accumulator;
     needs.bytes = qel::scene::window_bytes<T, A>();
     if constexpr (qel::morpho::attribute::is_increasing<A>)
-      needs.reach = qel::scene::reach_of(internal::converted<typename A::result>(wanted.thresholds));
+      needs.reach = qel::scene::reach_of(internal::thresholds_of<typename A::result>(wanted));
   });
   return needs;
 }

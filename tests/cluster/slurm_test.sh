@@ -83,7 +83,7 @@ node=$!
 daemons+=("$node")
 is_idle() { sinfo -h -o %T | grep -qx idle; }
 waits node bash -c "! kill -0 $node 2>/dev/null || sinfo -h -o %T | grep -qx idle"
-is_idle || { echo "slurmd does not start here: $(grep error slurmd.log | tail -n 1)"; exit 77; }
+is_idle || { echo "slurmd does not start here: $(grep -m 1 error slurmd.log)"; exit 77; }
 
 # A scene with control points, a mask and a unit: what one run keeps has to come through the windows.
 gdal_translate -q -srcwin 400 100 700 600 -a_srs EPSG:4326 -gcp 0 0 10 50 -gcp 700 0 40 50 -gcp 0 600 10 20 -b 1 -b 2 -b 3 \

@@ -7,8 +7,11 @@
 
 #include <qel/core/internal/narrowed.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 namespace qel {
 
@@ -60,6 +63,14 @@ constexpr double to_threshold<double>(double number) {
 template <>
 constexpr float to_threshold<float>(double number) {
   return internal::rounded_to_float(number);
+}
+
+/// Numbers as thresholds, in their order. \throws std::bad_alloc
+template <typename L>
+std::vector<L> to_thresholds(const double* numbers, std::size_t count) {
+  std::vector<L> thresholds(count);
+  std::transform(numbers, numbers + count, thresholds.begin(), to_threshold<L>);
+  return thresholds;
 }
 
 }  // namespace morpho

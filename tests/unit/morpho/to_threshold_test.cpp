@@ -2,9 +2,8 @@
 
 // Thresholds as `float`; calls test the other conversions.
 
-#include "entry/conversion.hpp"
-
 #include <gtest/gtest.h>
+#include <qel/morpho/to_threshold.hpp>
 
 #include <cmath>
 #include <cstdio>
@@ -22,15 +21,15 @@ float nearest_float(double number) {
   return std::strtof(digits, nullptr);
 }
 
-TEST(conversion, float_threshold_is_the_nearest_float_up_to_infinity) {
+TEST(to_threshold, float_is_the_nearest_float_up_to_infinity) {
   constexpr double largest = std::numeric_limits<float>::max();
   constexpr double midpoint = 0x1.ffffffp127;  // between the largest float and the next one, were there one
   for (const double magnitude : {0.0, 0.1, 2.5, 0x1p-149, 0x1p-150, 0x1.8p-149, 16777217.0, 16777219.0, 1e38, largest,
                                  std::nextafter(largest, inf), std::nextafter(midpoint, 0), midpoint,
                                  std::nextafter(midpoint, inf), 0x1p128, 1e300, inf})
     for (const double number : {magnitude, -magnitude})
-      EXPECT_EQ(entry::to_threshold<float>(number), nearest_float(number)) << number;
-  EXPECT_TRUE(std::isnan(entry::to_threshold<float>(std::nan(""))));
+      EXPECT_EQ(qel::morpho::to_threshold<float>(number), nearest_float(number)) << number;
+  EXPECT_TRUE(std::isnan(qel::morpho::to_threshold<float>(std::nan(""))));
 }
 
 }  // namespace
