@@ -1,23 +1,11 @@
 % SPDX-License-Identifier: MIT
 % The demo on a small picture: its montages, and that it stops at planes that are not where they belong.
-%
-% captions.png was made by the calls in its test and read by eye.
 
 %!shared folder, picture
 %! folder = tempname ();
 %! mkdir (folder);
 %! picture = fullfile (folder, 'picture.png');
 %! imwrite (uint8 (20 + 30 * mod (magic (32), 7)), picture);
-
-%!test <*captions are legible, each with the digits of its threshold>
-%! montage = attribute_profile_montage (zeros (1, 1, 7, 'uint8'), [1234567890, -3.5e+20, NaN]);
-%! X = [1 20 300; 2 4 6];
-%! curves = [attribute_profile_curve_picture(X(1,:), [0 1 4], 20, 'a'); ...
-%!           attribute_profile_curve_picture(X(2,:), [0 9 9], 4.1254, 'inertia'); ...
-%!           attribute_profile_curve_picture(X(2,:), [0 1 1], [], "std"); ...
-%!           attribute_profile_curve_picture(X(2,:), [0 8 8], [2 6], 'diagonal')];
-%! curves(end+1:end+rows (montage),1:columns (montage)) = montage;
-%! assert (curves, imread (file_in_loadpath ('captions.png')));
 
 %!test <*montages of the grey levels of pictures of 8 and 16 bits, of colours, with a colour map and of two values>
 %! square = magic (32);

@@ -1,15 +1,6 @@
 % SPDX-License-Identifier: MIT
-% What the module returns in Octave, whatever form Octave keeps its arrays in.
-
-%!test <*the class of the image changes no value of exact attributes>
-%! image = mod (magic (16), 50);
-%! for settings = {{'area', [2 9 40], 4, 'min'}, {'diagonal', [3 7.5], 8, 'sub'}, {'a', [5 1 Inf NaN], 8, 'max'}}
-%!   evalc ('expected = attribute_profile (uint8 (image), settings{1}{:});');
-%!   for name = {'int8', 'uint16', 'int16', 'uint32', 'int32', 'uint64', 'int64'}
-%!     evalc ('AP = attribute_profile (cast (image, name{1}), settings{1}{:});');
-%!     assert (AP, cast (expected, name{1}));
-%!   endfor
-%! endfor
+% What the module returns in Octave, whatever form Octave keeps its arrays in. Values of all classes:
+% tests/matlab/digests_of_calls.m.
 
 %!shared I, AP
 %! I = uint8 (magic (6));
