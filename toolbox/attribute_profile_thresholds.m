@@ -231,9 +231,9 @@ function values = unsigned (values)
   end
 end
 
-% The places of the points, at most N, at which the staircase nearest to the curve y rises. COST(i,j) is the squared error
-% of the points i to j about their mean, and least(j) that of the best staircase over the points 1 to j. The means run
-% along: they keep an error of 0 exact on a level, whatever the size of y.
+% The places of the points, at most N, at which the staircase nearest to the curve y rises. COST(i,j) is the squared
+% error of the points i to j about their mean, and least(j) that of the best staircase over the points 1 to j. The means
+% run along: they keep an error of 0 exact on a level, whatever the size of y.
 function places = rises (y, N)
   n = numel (y);
   cost = Inf (n);

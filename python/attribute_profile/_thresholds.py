@@ -87,7 +87,8 @@ def choose_thresholds(
     image, attribute, connectivity, rule, limits
         As in `granulometric_curve`.
     n : int
-        How many thresholds. Regions of k sizes are told apart by k thresholds if one of the curve lies between each two.
+        How many thresholds. Regions of k sizes are told apart by k thresholds if a point of the curve lies between each
+        two.
 
     Returns
     -------
@@ -223,8 +224,8 @@ def _checked_limits(limits: Any, attribute: str) -> tuple[float, float]:
 def _rises(y: _Floats, most: int) -> list[int]:
     """The places of the points, at most `most`, at which the staircase nearest to the curve y rises.
 
-    `cost[i, j]` is the squared error of the points i to j about their mean, and `least[j]` that of the best staircase over
-    the points up to j. The means run along: they keep an error of 0 exact on a level, whatever the size of y.
+    `cost[i, j]` is the squared error of the points i to j about their mean, and `least[j]` that of the best staircase
+    over the points up to j. The means run along: they keep an error of 0 exact on a level, whatever the size of y.
     """
     n = len(y)
     cost = np.full((n, n), np.inf)
