@@ -69,7 +69,7 @@ class image2d : public internal::image_base<T, box2d, image2d<T>>,
   ///
   /// Values of builtin and site type are not set.
   ///
-  /// \throws std::bad_alloc, also for a box that no block can hold: with its columns the wrong way round beyond the
+  /// \throws std::bad_alloc also for a box that no block can hold: with its columns the wrong way round beyond the
   ///         border, or with 2^32 sites.
   explicit image2d(const box2d& b, unsigned bdr = border::thickness) { init_(b, bdr); }
 

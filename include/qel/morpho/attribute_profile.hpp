@@ -40,7 +40,7 @@ namespace morpho {
 
 /// Gives `sink` the planes of the tree that `sites` sweep, one for each threshold in the order given: half of a profile.
 ///
-/// \throws std::bad_alloc, and what rule and sink throw.
+/// \throws std::bad_alloc and what rule and sink throw.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
 void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N& nbh, const A& a,
                      const std::vector<L>& thresholds, const Rule& rule, Sink& sink) {
@@ -66,7 +66,7 @@ void profile_of_tree(const I& input, const tree::sweep_sites<I>& sites, const N&
 /// \param rule       decides by the thresholds which nodes stay, such as `tree::filter::rule::min()`.
 /// \param sink       where the planes go; may be a temporary.
 /// \pre    the domain has sites, and its last row is not 32767 (see `box_fwd_piter_`).
-/// \throws std::bad_alloc, and what rule and sink throw.
+/// \throws std::bad_alloc and what rule and sink throw.
 template <typename I, typename N, typename A, typename L, typename Rule, typename Sink>
 void attribute_profile(const Image<I>& image, const Neighborhood<N>& nbh, const Accumulator<A>& a,
                        const std::vector<L>& thresholds, const Rule& rule, Sink&& sink) {

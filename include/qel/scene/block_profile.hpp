@@ -76,7 +76,8 @@ class block_profile {
   /// half first, with a `block_plane` for each threshold, in order. A pixel without data keeps its value.
   ///
   /// \pre    `block` lies in the scene and is not empty.
-  /// \throws not_provable, std::bad_alloc, what `read`, `take_input` and `take` throw.
+  /// \throws not_provable
+  /// \throws std::bad_alloc and what `read`, `take_input` and `take` throw.
   template <typename TakeInput, typename Take>
   void run(const rectangle& block, TakeInput take_input, Take take) {
     windows_ = 0;

@@ -89,7 +89,7 @@ rectangle unproved(const window<T>& w, const image2d<unsigned>& number, const im
 /// Writes the pixels in doubt of `planes`, one plane for each threshold; those that `w` does not prove stay in doubt.
 /// Cost: one tree; for each threshold two walks over the nodes and two over the pixels in doubt.
 ///
-/// \param A     the attribute: area or diagonal.
+/// \tparam A    the attribute: area or diagonal.
 /// \param scene the whole, of which `w` is a part. If `w` is all of it, nothing stays in doubt.
 /// \pre   all that is in doubt lies in `w`.
 /// \throws std::bad_alloc

@@ -124,7 +124,7 @@ std::vector<typename node_tree<T>::function> in_batches(const node_tree<T>& node
 }  // namespace internal
 
 /// `filter::min` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
@@ -136,7 +136,7 @@ std::vector<typename node_tree<T>::function> min(const node_tree<T>& nodes, cons
 }
 
 /// `filter::max` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, internal::failure_bits* failed) {
@@ -147,7 +147,7 @@ std::vector<typename node_tree<T>::function> max(const node_tree<T>& nodes, cons
 }
 
 /// `filter::direct` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {
@@ -157,7 +157,7 @@ std::vector<typename node_tree<T>::function> direct(const node_tree<T>& nodes, c
 }
 
 /// `filter::sub` by each predicate from `first` to `last`: the node values, as images on the sheet of nodes.
-/// \throws std::bad_alloc, and what the predicates throw.
+/// \throws std::bad_alloc and what the predicates throw.
 template <typename T, typename P>
 std::vector<typename node_tree<T>::function> sub(const node_tree<T>& nodes, const P* first, const P* last) {
   return internal::in_batches(nodes, first, last, [&](auto& planes, const internal::failure_bits* failed) {

@@ -35,7 +35,7 @@ inline constexpr bool
 /// \param rule called as `rule(nodes, values, predicate)`, with a copy of the node values. If it has
 ///             `rule.batch(nodes, first, last)`, which gives all results at once, that is called instead, unless it is
 ///             traced: an outline shows one predicate after the other.
-/// \throws std::bad_alloc, and what the rule throws.
+/// \throws std::bad_alloc and what the rule throws.
 template <typename T, typename P, typename Rule>
 std::vector<typename node_tree<T>::function> filter_each(const node_tree<T>& nodes, const P* first, const P* last,
                                                          const Rule& rule) {

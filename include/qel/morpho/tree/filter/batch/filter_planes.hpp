@@ -48,7 +48,7 @@ std::size_t planes_at_once(const node_tree<T>& nodes) {
 ///                   pw::cst_(threshold)`, or any callable.
 /// \param rule       called as `rule(nodes, values, predicate)`: an object of `filter::rule`, or one of your own. See
 ///                   `filter_each` for `batch`.
-/// \throws std::bad_alloc, and what rule and sink throw.
+/// \throws std::bad_alloc and what rule and sink throw.
 template <typename T, typename P, typename Rule, typename Sink>
 void filter_planes(const node_tree<T>& nodes, const std::vector<P>& predicates, const Rule& rule, Sink&& sink) {
   const std::size_t most = internal::planes_at_once(nodes);
