@@ -6,8 +6,8 @@ function picture = attribute_profile_curve_picture (X, Y, L, A)
 %   picture = attribute_profile_curve_picture (X, Y, L, A)
 %
 %   Draws what attribute_profile_thresholds returns: the curve in black, its
-%   thresholds as squares with their numbers above, and in grey the straight lines
-%   between them.  Needs no display.
+%   thresholds as squares with their numbers above, and in grey the staircase that
+%   they make of it.  Needs no display.
 %
 %   Input
 %
@@ -102,15 +102,27 @@ function picture = attribute_profile_curve_picture (X, Y, L, A)
   mask = rot90 (large_text ('grey levels removed'));
   picture = with_text (picture, mask, top + floor ((size_of.height - size (mask, 1)) / 2), 1);
 
-  knots = [X(1), L, X(end)];
-  heights = interp1 (across (X), up (Y), across (knots));
+  heights = interp1 (across (X), up (Y), across (L));
   if ~isempty (L)
-    picture = with_line (picture, row (heights), column (knots), 1, 160);
+    levels = repelem (levels_of (X, up (Y), L, heights), 2);
+    picture = with_line (picture, row (levels), column ([X(1), repelem(L, 2), X(end)]), 1, 160);
   end
   picture = with_line (picture, row (up (Y)), column (X), 0, 0);
-  for k = 2:numel (knots) - 1
-    picture(row (heights(k))+(-3:3),column (knots(k))+(-3:3)) = 0;
-    picture = with_text (picture, captions{k-1}, top - size_of.line * lines(k-1), starts(k-1));
+  for k = 1:numel (L)
+    picture(row (heights(k))+(-3:3),column (L(k))+(-3:3)) = 0;
+    picture = with_text (picture, captions{k}, top - size_of.line * lines(k), starts(k));
+  end
+end
+
+% The means of the values between the thresholds L. A level without points is as high as the curve at its threshold.
+function levels = levels_of (X, values, L, heights)
+  levels = [values(1), heights];
+  edges = [-Inf, L, Inf];
+  for k = 1:numel (levels)
+    inside = X >= edges(k) & X < edges(k+1);
+    if any (inside)
+      levels(k) = mean (values(inside));
+    end
   end
 end
 

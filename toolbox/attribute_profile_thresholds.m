@@ -15,14 +15,15 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %   A, C, F  attribute, connectivity and filtering rule, as in attribute_profile,
 %            with the same defaults.  A rule that is given is not printed.
 %   N        the number of thresholds, a whole number of at least 1.
-%   [LOW HIGH]  as the last input: the thresholds lie between these two, in the
-%            unit of the attribute.  LOW is at least 1 for area and diagonal, at
-%            least 0 for the others.  Without it the picture gives the range.
+%   [LOW HIGH]  as the last input: the thresholds are more than LOW and at most
+%            HIGH, in the unit of the attribute.  LOW is at least 1 for area and
+%            diagonal, at least 0 for the others.  Without it the picture gives
+%            the range.
 %
 %   Output
 %
 %   L  the thresholds, 1 x N, of class double, increasing, without repeats; for
-%      the area whole numbers.  L has fewer than N where fewer do: see below.
+%      the area whole numbers.  L has fewer than N where the curve rises fewer times.
 %   X  1 x n, up to 60 thresholds over the range: evenly spaced for the standard
 %      deviation, evenly in the logarithm for the others (inertia below 1/6, in a
 %      range that you give: evenly); for the area whole numbers, each once.
@@ -44,16 +45,16 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %
 %   How L is chosen
 %
-%   Joined by straight lines, the first point of the curve, N points between and
-%   the last one make a function that is linear piece by piece.  L are those N
-%   points, out of all choices, for which this function has the least sum of
-%   squared errors at the points of the curve: for sqrt (Y), over the X as they
-%   are spaced.  The choice is found by dynamic programming.  L has fewer than N
-%   thresholds if fewer points lie between the ends of the curve, or if fewer
-%   meet it exactly.
+%   N thresholds cut the curve into N + 1 levels and make a staircase of it: each
+%   level is the mean of its points, and each threshold is the first point of the
+%   next level.  L are those thresholds, out of all choices, for which the
+%   staircase has the least sum of squared errors at the points of the curve: for
+%   sqrt (Y), so that small things count beside large ones.  The choice is found
+%   by dynamic programming.  Where the curve rises at fewer than N of its points, L
+%   is all of these.
 %
-%   A step of the curve takes two thresholds, one on either side: to tell k kinds
-%   of regions apart ask for 2k - 1.  For two or three kinds k + 1 are enough.
+%   Regions of k sizes make k steps in the curve: k thresholds tell them apart if
+%   a point of the curve lies between each two sizes.
 %
 %   Cost
 %
@@ -65,16 +66,16 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
 %
 %   Errors
 %
-%   A flat image is an error, and so is a range without a threshold to choose:
-%   with fewer than 3 X, or where nothing changes.  That happens in images of few
-%   pixels or few regions; give [LOW HIGH] then.  So is an N or a range that is
-%   not as above.  Wrong inputs of attribute_profile have its messages.
+%   A flat image is an error, and so is a range in which nothing changes.  That
+%   happens in images of few pixels or few regions; give [LOW HIGH] then.  So is
+%   an N or a range that is not as above.  Wrong inputs of attribute_profile have
+%   its messages.
 %
 %   Example
 %
 %     I = zeros (64, 64, 'uint8');
 %     I(4:7,[4:7, 12:15]) = 80;  I(20:27,10:17) = 80;  I(40:55,20:35) = 80;
-%     [L, X, Y] = attribute_profile_thresholds (I, 'area', 5);    % squares of 16, 64, 256 pixels
+%     [L, X, Y] = attribute_profile_thresholds (I, 'area', 3);    % squares of 16, 64, 256 pixels
 %     AP = attribute_profile (I, 'area', L);
 %     picture = attribute_profile_curve_picture (X, Y, L, 'area');
 %     imwrite (picture, fullfile (tempdir, 'curve.png'));
@@ -94,14 +95,12 @@ function [L, X, Y] = attribute_profile_thresholds (varargin)
     range = range_of (I, A, C, F, @(ends) spread_over (ends, position, threshold, A), bounds);
   end
   X = spread_over (range, position, threshold, A);
-  if numel (X) > 2
-    Y = curve_at (I, A, X, C, F);
-  end
-  if numel (X) < 3 || Y(1) == Y(end)
+  Y = curve_at (I, A, X, C, F);
+  if Y(1) == Y(end)
     error (['attribute_profile_thresholds: from %.4g to %.4g there is nothing to choose for ''%s''; ' ...
             'give another range [LOW HIGH] as the last input'], range, A);
   end
-  L = X(breakpoints (position (X), sqrt (Y), N));
+  L = X(rises (sqrt (Y), N));
 end
 
 function [I, A, N, C, F, range] = inputs_of (inputs)
@@ -232,33 +231,32 @@ function values = unsigned (values)
   end
 end
 
-% The places of at most N inner points of the curve (x, y). COST(i,j) is the squared error of the straight line from
-% point i to point j at the points between, and least(j) that of the best polyline from the first point to point j.
-function places = breakpoints (x, y, N)
-  n = numel (x);
+% The places of the points, at most N, at which the staircase nearest to the curve y rises. COST(i,j) is the squared
+% error of the points i to j about their mean, and least(j) that of the best staircase over the points 1 to j. The means
+% run along: they keep an error of 0 exact on a level, whatever the size of y.
+function places = rises (y, N)
+  n = numel (y);
   cost = Inf (n);
-  for i = 1:n-1
-    for j = i+1:n
-      inner = i+1:j-1;
-      line = y(i) + (x(inner) - x(i)) * ((y(j) - y(i)) / (x(j) - x(i)));
-      cost(i,j) = sum ((y(inner) - line) .^ 2);
-    end
+  centre = y;
+  squares = zeros (1, n);
+  for j = 1:n
+    count = j:-1:1;
+    difference = y(j) - centre(1:j);
+    centre(1:j) = centre(1:j) + difference ./ count;
+    squares(1:j) = squares(1:j) + difference .^ 2 .* ((count - 1) ./ count);
+    cost(1:j,j) = squares(1:j);
   end
-  exact = n * (1e-9 * (y(n) - y(1))) ^ 2;  % what rounding leaves
-  N = min (N, n - 2);
-  before = zeros (N, n);
   least = cost(1,:);
-  for k = 1:N
-    [least, before(k,:)] = min (least' + cost, [], 1);
-    if least(n) <= exact
-      break
-    end
+  first = zeros (0, n);  % of the last level, for each number of rises
+  while size (first, 1) < N && least(n) > 0
+    [least, last_level] = min (least(1:n-1)' + cost(2:n,:), [], 1);
+    first(end+1,:) = last_level + 1;
   end
-  places = zeros (1, k);
+  places = zeros (1, size (first, 1));
   last = n;
-  for k = k:-1:1
-    last = before(k,last);
-    places(k) = last;
+  for k = numel (places):-1:1
+    places(k) = first(k,last);
+    last = places(k) - 1;
   end
 end
 
@@ -274,23 +272,20 @@ end
 %!  spread = max (spread(numel (X):-1:1), spread(numel (X)+2:end)) / spread(numel (X)+1);
 %!endfunction
 
-%!function squared_error = error_of (x, y, places)
-%!  knots = [1, places, numel(x)];
-%!  squared_error = sumsq (interp1 (x(knots), y(knots), x) - y) / y(end)^2;
+%!function squared_error = error_of (y, places)
+%!  level = 1 + sum ((1:numel (y)) >= places', 1);
+%!  means = accumarray (level', y', [], @mean);
+%!  squared_error = sumsq (means(level)' - y) / y(end)^2;
 %!endfunction
 
 %!function check_against_all_choices (I, A, N, range)
 %!  [L, X, Y] = attribute_profile_thresholds (I, A, N, range);
-%!  x = X;
-%!  if ~strcmp (A, 'std')
-%!    x = log (X);
-%!  end
-%!  [found, places] = ismember (L, X(2:end-1));
+%!  [found, places] = ismember (L, X(2:end));
 %!  assert (all (found) && all (diff (L) > 0));
-%!  choices = nchoosek (2:numel (X)-1, min (N, numel (X) - 2));
-%!  errors = arrayfun (@(k) error_of (x, sqrt (Y), choices(k,:)), 1:rows (choices));
-%!  assert (error_of (x, sqrt (Y), places + 1), min (errors), 1e-12);
-%!  assert (numel (L) == columns (choices) || min (errors) < 1e-12);
+%!  choices = nchoosek (2:numel (X), min (N, numel (X) - 1));
+%!  errors = arrayfun (@(k) error_of (sqrt (Y), choices(k,:)), 1:rows (choices));
+%!  assert (error_of (sqrt (Y), places + 1), min (errors), 1e-12);
+%!  assert (numel (L), min (N, numel (unique (Y)) - 1));
 %!endfunction
 
 %!shared seed
@@ -313,7 +308,7 @@ end
 %!   for rule = {'min', 'max', 'direct', 'sub', []}
 %!     printed = evalc ("[L, X, Y] = attribute_profile_thresholds (I, A, 3, 8, rule{1});");
 %!     [removed, spread] = curve_of (I, A, X, 8, rule{1});
-%!     assert ({printed, size(L), Y}, {'', [1 3], removed});
+%!     assert ({printed, size(L), Y}, {'', [1, min(3, numel (unique (Y)) - 1)], removed});
 %!     assert (all (diff (Y) >= 0) && spread(end) >= 0.1 && X(end) <= cap);
 %!   endfor
 %!   even = logspace (log10 (X(1)), log10 (X(end)), 60);
@@ -328,18 +323,18 @@ end
 %! [~, x] = attribute_profile_thresholds (I, 'diagonal', 1);
 %! assert ([X(1), x(1)], [9, sqrt(18)], 0.02);
 
-%!test <*squares of k sizes are told apart by 2k - 1 thresholds, two and three sizes by k + 1>
-%! for k = [2 3 4]
-%!   sizes = round ((2 + 2 * rand ()) * (1.8 + 0.6 * rand ()) .^ (0:k-1));
-%!   I = zeros (60 * k, 300, 'uint8');
+%!test <*squares of k sizes are told apart by k thresholds and more>
+%! for k = 2:6
+%!   sizes = round ((2 + 2 * rand ()) * (1.5 + 0.3 * rand ()) .^ (0:k-1));
+%!   I = zeros (90 * k, 300, 'uint8');
 %!   for b = 1:k
 %!     step = sizes(b) + 2;
 %!     across = step * randi (floor (300 / step));
-%!     I((b-1)*60+(1:60),1:across) = 100 * ((mod (0:59, step) < sizes(b) & 0:59 < step * floor (60 / step))' ...
+%!     I((b-1)*90+(1:90),1:across) = 100 * ((mod (0:89, step) < sizes(b) & 0:89 < step * floor (90 / step))' ...
 %!                                          & mod (0:across-1, step) < sizes(b));
 %!   endfor
 %!   for A = {'area', 'diagonal'; sizes .^ 2, sizes * sqrt(2)}
-%!     for N = [2*k-1, repmat(k + 1, 1, k < 4)]
+%!     for N = [k, k+1, 2*k-1]
 %!       L = attribute_profile_thresholds (I, A{1}, N);
 %!       for b = 1:k-1
 %!         assert (any (L > A{2}(b) & L <= A{2}(b+1)));
@@ -361,7 +356,7 @@ end
 %! for A = {'area', 'diagonal', 'inertia', 'std'; [2 50], [1.5 20], [0 0.5], [1 20]}
 %!   [L, X, Y] = attribute_profile_thresholds (I, A{1}, 2, single (A{2}'));
 %!   assert (X([1 end]), A{2}, -1e-7);
-%!   assert ({Y, all(L > X(1) & L < X(end))}, {curve_of(I, A{1}, X), true});
+%!   assert ({Y, all(L > X(1) & L <= X(end))}, {curve_of(I, A{1}, X), true});
 %! endfor
 %! for bad = {[0.5 9], [9 2], [3 3], [2 Inf], [2 9i], [NaN 4]}
 %!   fail ("attribute_profile_thresholds (I, 'area', 3, bad{1})", 'the range \[LOW HIGH\] has to be');
@@ -411,15 +406,16 @@ end
 %! % 9 planes of 6.5 MB, twice, and the trees; the planes of one call would be 650 MB, twice.
 %! assert (high_water () - before < 250e3);
 
-%!test <*fewer thresholds where there are fewer points, or where fewer do>
+%!test <*fewer thresholds where the curve rises fewer times>
 %! I = uint8 ([1 0 1 1 0 1 1 1]);
 %! [L, X] = attribute_profile_thresholds (I, 'area', 9, [1 3]);
-%! assert ({L, X}, {2, 1:3});
-%! assert (numel (attribute_profile_thresholds (uint8 ([1 0 5 5 5 5 0 1]), 'diagonal', 9, [1.4 8])) < 9);
+%! assert ({L, X}, {2:3, 1:3});
+%! [L, ~, Y] = attribute_profile_thresholds (uint8 ([1 0 5 5 5 5 0 1]), 'diagonal', 9, [1.4 8]);
+%! assert (numel (L), numel (unique (Y)) - 1);
 
 %!error <the image is flat> attribute_profile_thresholds (7 * ones (3, 'int8'), 'area', 3)
 %!error <from 1 to 1 there is nothing to choose for 'a'> attribute_profile_thresholds (uint8 (magic (4)), 'a', 3)
-%!error <from 2 to 3 there is nothing> attribute_profile_thresholds (uint8 (magic (9)), 'area', 3, [2 3])
+%!error <from 1 to 1.4 there is nothing> attribute_profile_thresholds (uint8 (magic (9)), 'area', 3, [1 1.4])
 %!error <nothing to choose for 's'> attribute_profile_thresholds (uint8 ([1 0]), 's', 3)
 %!error <nothing to choose for 'd'> attribute_profile_thresholds (uint8 ([1 0]), 'd', 3)
 %!error <give an image, an attribute and> attribute_profile_thresholds (uint8 (magic (4)), 'area')

@@ -8,13 +8,13 @@
 >>> planes.shape
 (5, 64, 64)
 """
+from ._attribute_profile import __version__
 from ._differential import differential_profile
 from ._features import local_means
 from ._plots import plot_curve, plot_profile
 from ._profile import extended_profile, profile
 from ._scene import profile_scene
 from ._thresholds import choose_thresholds, granulometric_curve
-from ._version import __version__
 
 __all__ = [
     "__version__",

@@ -5,6 +5,7 @@ from typing import Any, Callable
 import numpy as np
 import numpy.typing as npt
 
+__version__: str
 attributes: list[tuple[str, str, str, bool]]  # letter, name, default rule, whether blocks can be proved
 rules: list[str]
 longest_side: int

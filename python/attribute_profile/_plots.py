@@ -77,7 +77,7 @@ def plot_curve(
     thresholds, removed : array_like of n numbers
         As `granulometric_curve` returns them; thresholds increase, and n is at least 2.
     chosen : array_like of numbers
-        As `choose_thresholds` returns them: marked on the curve.
+        As `choose_thresholds` returns them: marked on the curve, with the staircase that they make of it.
     attribute : str, optional
         Names the axis of the thresholds, with its unit.
 
@@ -106,6 +106,10 @@ def plot_curve(
     figure, axes = plt.subplots(layout="constrained")
     axes.plot(x, y, color="black")
     marks = np.asarray(chosen, dtype=float)
+    if marks.size:
+        level = np.searchsorted(marks, x, "right")  # of each point of the curve
+        means = [np.mean(np.sqrt(y[level == k])) ** 2 if k in level else np.nan for k in range(marks.size + 1)]
+        axes.stairs(means, [x[0], *marks, x[-1]], baseline=None, color="gray", linewidth=2)
     axes.plot(marks, np.interp(marks, x, y), "s", color="tab:red")
     if x[0] > 0 and not np.allclose(np.diff(x), np.mean(np.diff(x))):
         axes.set_xscale("log")

@@ -44,8 +44,7 @@ def granulometric_curve(
     Raises
     ------
     TypeError, ValueError
-        An argument is not as above; the image is flat; or there is nothing to choose in the range: fewer than 3
-        thresholds, or nothing changes.
+        An argument is not as above; the image is flat; or nothing changes in the range.
     MemoryError, KeyboardInterrupt
         As `profile`.
 
@@ -69,7 +68,7 @@ def granulometric_curve(
     >>> removed[thresholds <= 16].max(), removed[-1] == 80 * (16 + 64)
     (0.0, True)
     """
-    return _curve(image, attribute, connectivity, rule, limits)[:2]
+    return _curve(image, attribute, connectivity, rule, limits)
 
 
 def choose_thresholds(
@@ -88,13 +87,14 @@ def choose_thresholds(
     image, attribute, connectivity, rule, limits
         As in `granulometric_curve`.
     n : int
-        How many thresholds. To tell k kinds of regions apart take k + 1 at least, at best 2 k - 1.
+        How many thresholds. Regions of k sizes are told apart by k thresholds if a point of the curve lies between each
+        two.
 
     Returns
     -------
     thresholds : ndarray of float64, increasing
-        The corners of the broken line that comes nearest to the square root of the granulometric curve, by least
-        squares. Fewer than `n` if fewer points lie between the ends of the curve, or if fewer meet it exactly.
+        Where the staircase of `n` + 1 levels rises that comes nearest to the square root of the granulometric curve, by
+        least squares. Where the curve rises at fewer than `n` of its points, all of these.
 
     Raises
     ------
@@ -107,13 +107,13 @@ def choose_thresholds(
     >>> from attribute_profile import choose_thresholds
     >>> image = np.zeros((128, 128), np.uint8)
     >>> image[4:8, 4:8] = image[20:28, 10:18] = image[60:76, 40:56] = 80
-    >>> thresholds = choose_thresholds(image, 'area', 5)  # squares of 16, 64 and 256 pixels
+    >>> thresholds = choose_thresholds(image, 'area', 3)  # squares of 16, 64 and 256 pixels
     >>> [sum(thresholds <= size) for size in (16, 64, 256)]
-    [0, 2, 4]
+    [0, 1, 2]
     """
     count = _arguments.whole_number(n, "n", 1)
-    thresholds, removed, axis = _curve(image, attribute, connectivity, rule, limits)
-    chosen: _Floats = thresholds[_corners(axis.position(thresholds), np.sqrt(removed), count)]
+    thresholds, removed = _curve(image, attribute, connectivity, rule, limits)
+    chosen: _Floats = thresholds[_rises(np.sqrt(removed), count)]
     return chosen
 
 
@@ -175,7 +175,7 @@ class _Curve:
 
 def _curve(
     image: Any, attribute: str, connectivity: int, rule: Optional[str], limits: Optional[tuple[float, float]]
-) -> tuple[_Floats, _Floats, _Axis]:
+) -> tuple[_Floats, _Floats]:
     _arguments.settings(attribute, 1, connectivity, rule)
     name = _arguments.attribute_name(attribute)
     pixels = _arguments.image_array(_xarray.values_of(image))
@@ -188,12 +188,12 @@ def _curve(
     else:
         ends = _checked_limits(limits, name)
     thresholds = axis.spread(ends)
-    removed = curve.at(thresholds)[0] if len(thresholds) > 2 else np.zeros(1)
+    removed = curve.at(thresholds)[0]
     if removed[0] == removed[-1]:
         raise ValueError(
             f"limits: from {ends[0]:.4g} to {ends[1]:.4g} there is nothing to choose for {name!r}; give other limits"
         )
-    return thresholds, removed, axis
+    return thresholds, removed
 
 
 def _range_of(curve: _Curve, axis: _Axis, attribute: str) -> tuple[float, float]:
@@ -221,28 +221,29 @@ def _checked_limits(limits: Any, attribute: str) -> tuple[float, float]:
     return ends[0], ends[1]
 
 
-def _corners(x: _Floats, y: _Floats, most: int) -> list[int]:
-    """The places of at most `most` inner points of the curve (x, y), by dynamic programming.
+def _rises(y: _Floats, most: int) -> list[int]:
+    """The places of the points, at most `most`, at which the staircase nearest to the curve y rises.
 
-    `cost[i, j]` is the squared error of the straight line from point i to point j at the points between, and `least[j]`
-    that of the best broken line from the first point to point j.
+    `cost[i, j]` is the squared error of the points i to j about their mean, and `least[j]` that of the best staircase
+    over the points up to j. The means run along: they keep an error of 0 exact on a level, whatever the size of y.
     """
-    n = len(x)
+    n = len(y)
     cost = np.full((n, n), np.inf)
-    for i in range(n - 1):
-        for j in range(i + 1, n):
-            line = y[i] + (x[i + 1 : j] - x[i]) * ((y[j] - y[i]) / (x[j] - x[i]))
-            cost[i, j] = np.sum((y[i + 1 : j] - line) ** 2)
-    exact = n * (1e-9 * (y[-1] - y[0])) ** 2  # what rounding leaves
-    least, before = cost[0], []
-    for _ in range(min(most, n - 2)):
-        through = least[:, np.newaxis] + cost
-        before.append(np.argmin(through, 0))
+    centre, squares = y.copy(), np.zeros(n)
+    for j in range(n):
+        count = np.arange(j + 1, 0, -1)
+        difference = y[j] - centre[: j + 1]
+        centre[: j + 1] += difference / count
+        squares[: j + 1] += difference**2 * ((count - 1) / count)
+        cost[: j + 1, j] = squares[: j + 1]
+    least = cost[0]
+    first: list[npt.NDArray[np.intp]] = []  # of the last level, for each number of rises
+    while len(first) < most and least[-1] > 0:
+        through = least[:-1, np.newaxis] + cost[1:]
+        first.append(np.argmin(through, 0) + 1)
         least = np.min(through, 0)
-        if least[-1] <= exact:
-            break
     places, last = [], n - 1
-    for origins in reversed(before):
-        last = int(origins[last])
-        places.append(last)
+    for points in reversed(first):
+        places.append(int(points[last]))
+        last = places[-1] - 1
     return places[::-1]

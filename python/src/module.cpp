@@ -186,6 +186,7 @@ PYBIND11_MODULE(_attribute_profile, module) {
   module.def("sums", &python::sums);
   module.def("block", &python::block);
   module.def("window_needs", &python::window_needs_of);
+  module.attr("__version__") = ATTRIBUTE_PROFILE_VERSION;
   module.attr("attributes") = python::attributes();
   module.attr("rules") = python::rules();
   module.attr("longest_side") = qel::scene::longest_side;

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 #
-# package_test.sh OCTAVE TARBALL: installs the Octave package where nothing else is, and uses it as its readers are told.
+# package_test.sh OCTAVE TARBALL VERSION DATE: installs the Octave package where nothing else is, and uses it as its
+# readers are told.
 set -euo pipefail
-octave=$1 tarball=$2
+octave=$1 tarball=$2 version=$3 date=$4
 HOME=$(mktemp -d)
 trap 'rm -rf "$HOME"' EXIT
 export HOME
@@ -21,5 +22,8 @@ for file in "$(dirname "$0")"/../../toolbox/*.m; do
   name=$(basename "$file" .m)
   [[ $name == build_attribute_profile ]] || shows "$name"
 done
+run "news attribute_profile"
+shows "User-visible changes in attribute_profile $version ($date)"
+! grep -E '^#|Python|raster' output || { echo 'FAILED: the news tell of more than the package'; exit 1; }
 run "pkg load attribute_profile; pkg test attribute_profile"
 [[ $(awk '$1 == "PASS" { print $2 }' output) -gt 0 && $(awk '$1 == "FAIL" { print $2 }' output) == 0 ]]

@@ -1,2 +1,0 @@
-# SPDX-License-Identifier: MIT
-__version__ = "1.0.0"
