@@ -73,8 +73,8 @@ void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
 }
 
 /// With values of 8 and 16 bits nothing else needs the sorted sites, and most nodes have few children. Wider values
-/// have been sorted for the tree, and have so many nodes that lists of their sites and children take more memory and no
-/// less time. A user's own image may have rows that are not in one block.
+/// have mostly been sorted for the tree, and have so many nodes that lists of their sites and children take more memory
+/// and no less time. A user's own image may have rows that are not in one block.
 template <typename A, typename T, typename D>
 void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
   using numbers = typename trait::ch_value<typename T::function, unsigned>::ret;

@@ -34,16 +34,13 @@ namespace tree {
 
 namespace internal {
 
-/// The most layers of `util::priority_bits` for the levels of values of type T: there are 257 or 65537, or as many as
-/// an image of less than 2^30 sites can have.
-template <typename T>
-inline constexpr unsigned most_layers = sizeof(T) == 1         ? 2
-                                        : levels_are_values<T> ? 3
-                                                               : 5;
-
-/// The most for levels of type L; fewer than 3 are not worth a flood of their own.
+/// The most layers of `util::priority_bits` for levels of type L of values of type T: there are 257, 65537 at most, or
+/// as many as an image of less than 2^30 sites can have.
 template <typename T, typename L>
-inline constexpr unsigned most_layers_of = sizeof(L) == 2 ? std::min(most_layers<T>, 3u) : most_layers<T>;
+constexpr unsigned most_layers() {
+  if (levels_are_values<T> && sizeof(T) == 1) return 2;
+  return levels_are_values<T> || sizeof(L) == 2 ? 3 : 5;
+}
 
 /// Whether `f` can be flooded under `nbh`: neighbours go both ways, those of every site lie in the block, and those to
 /// the right and below are among them, so that a flood reaches every site. The layers have to hold all levels.
@@ -62,7 +59,8 @@ bool can_be_flooded(const I& f, const N& nbh) {
   }
   using value_t = typename I::value;
   const std::size_t nlevels = std::size_t{f.domain().nsites()} + 1;
-  const bool levels_fit = levels_are_values<value_t> || util::priority_bits<most_layers<value_t>>::fits(nlevels);
+  const bool levels_fit =
+      levels_are_values<value_t> || util::priority_bits<most_layers<value_t, std::uint32_t>()>::fits(nlevels);
   return levels_fit && has(dpoint2d(0, 1)) && has(dpoint2d(1, 0));
 }
 
@@ -120,7 +118,7 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
     qel::data::fill(levels, 0);
     std::vector<unsigned> below = set_levels(levels);
     const unsigned start = lowest_place(levels, below);
-    constexpr unsigned most = most_layers_of<value_t, level_t>;
+    constexpr unsigned most = most_layers<value_t, level_t>();
     return with_distances(f, nbh.win(), [&](const auto& around) {
       return with_queues<std::min(most, 3u), most>(below, places, table.number, [&](auto queues) {
         return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);

@@ -32,7 +32,7 @@ class value_numbers {
  public:
   /// For `n` values. \throws std::bad_alloc
   explicit value_numbers(std::size_t n) : steps_left_(4 * n + 1024) {
-    while (std::size_t{1} << bits_ < 4 * std::min<std::size_t>(n, most_few_values)) ++bits_;
+    while (std::size_t{1} << bits_ < 2 * std::min<std::size_t>(n, most_few_values)) ++bits_;
     slots_.resize(std::size_t{1} << bits_, slot{T(), none});
   }
 

@@ -80,16 +80,20 @@ std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
 /// them: `set_levels(levels)` returns for each level, from 1 up, the number of sites of lower ones.
 template <typename I, typename S, typename Use>
 auto with_sweep_levels(const I& f, const S& s, const sweep_order& order, Use use) {
-  const auto by_value = [&](auto& levels) { return set_levels_by_value(f, order, levels); };
-  if constexpr (sizeof(typename I::value) == 1) {
+  using value_t = typename I::value;
+  [[maybe_unused]] const auto by_value = [&](auto& levels) { return set_levels_by_value(f, order, levels); };
+  [[maybe_unused]] const auto by_rank = [&](auto& levels) { return set_levels_by_rank(f, stored_sites(s), levels); };
+  if constexpr (levels_are_values<value_t> && sizeof(value_t) == 1) {
     return use(by_value, std::uint16_t());
   } else {
-    const few_values<I> few(f, order.increasing);
-    if (few.are_few()) return use([&](auto& levels) { return few.set_levels(f, levels); }, std::uint16_t());
-    if constexpr (levels_are_values<typename I::value>)
+    if constexpr (std::is_integral_v<value_t>) {
+      const few_values<I> few(f, order.increasing);
+      if (few.are_few()) return use([&](auto& levels) { return few.set_levels(f, levels); }, std::uint16_t());
+    }
+    if constexpr (levels_are_values<value_t>)
       return use(by_value, std::uint32_t());
     else
-      return use([&](auto& levels) { return set_levels_by_rank(f, stored_sites(s), levels); }, std::uint32_t());
+      return use(by_rank, std::uint32_t());
   }
 }
 
