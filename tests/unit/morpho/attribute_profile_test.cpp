@@ -52,7 +52,7 @@ TYPED_TEST(attribute_profile, needs_no_host_and_is_the_same_in_every_sink) {
 TEST(attribute_profile_sinks, agree_on_rows_longer_than_the_pieces_that_are_written_at_once) {
   support::random_engine engine(seed);
   const auto f = image(support::random_image<int>(2, 1000, support::flavour::all_distinct, engine));
-  std::vector<int> block(5 * 2000);
+  std::vector<int> block(10000);
   area_profile(f, {3, 20}, morpho::raster_planes(block.data()));
   morpho::plane_images<image2d<int>> images;
   area_profile(f, {3, 20}, images);
