@@ -27,11 +27,11 @@ inline constexpr unsigned most_few_values = std::numeric_limits<std::uint16_t>::
 /// Numbers the different values that come, from 0, and counts how often each comes.
 ///
 /// A hash table with a bound on all its steps together: for values that were made to collide it gives up.
-template <typename T, typename = void>
-class value_numbers {
+template <typename T>
+class hashed_value_numbers {
  public:
   /// For `n` values. \throws std::bad_alloc
-  explicit value_numbers(std::size_t n) : steps_left_(4 * n + 1024) {
+  explicit hashed_value_numbers(std::size_t n) : steps_left_(4 * n + 1024) {
     while (std::size_t{1} << bits_ < 2 * std::min<std::size_t>(n, most_few_values)) ++bits_;
     slots_.resize(std::size_t{1} << bits_, slot{T(), none});
   }
@@ -93,9 +93,9 @@ class value_numbers {
 
 /// The same for values of 16 bits: a number is the distance from the least value of the type.
 template <typename T>
-class value_numbers<T, std::enable_if_t<std::is_integral_v<T> && sizeof(T) == 2>> {
+class short_value_numbers {
  public:
-  explicit value_numbers(std::size_t) : counts_(std::size_t{most_few_values} + 1) {}
+  explicit short_value_numbers(std::size_t) : counts_(std::size_t{most_few_values} + 1) {}
 
   bool count(T v) {
     ++counts_[number(v)];
@@ -118,6 +118,9 @@ class value_numbers<T, std::enable_if_t<std::is_integral_v<T> && sizeof(T) == 2>
  private:
   std::vector<unsigned> counts_;
 };
+
+template <typename T>
+using value_numbers = std::conditional_t<sizeof(T) == 2, short_value_numbers<T>, hashed_value_numbers<T>>;
 
 /// The levels of an image of few different values: their ranks, from 1 up, without sorted sites.
 template <typename I>
