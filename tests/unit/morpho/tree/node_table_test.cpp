@@ -119,7 +119,8 @@ TEST(node_table, is_that_of_union_find_at_the_limit_of_short_levels) {
 TEST(node_table, is_that_of_union_find_for_values_made_to_collide) {
   image2d<std::int64_t> f(box2d({0, 0}, {39, 49}));
   std::uint64_t k = 0;
-  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<std::int64_t>(0xf1de83e19937733d * k++);
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain())))
+    f(p) = static_cast<std::int64_t>(0xf1de83e19937733d * k++);
   EXPECT_FALSE(tree::internal::few_values(f, true).are_few());
   for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
 }
