@@ -34,7 +34,6 @@
 #include <exception>
 #include <iostream>
 #include <string>
-#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -136,11 +135,8 @@ times run_steps(const request& r, const picture& p, const Attribute& chosen) {
 template <typename T>
 times run_stages(const request& r, const picture& p) {
   times result{};
-  const auto run = [&](const auto& candidate) {
-    if (candidate.is_called(r.attribute)) result = run_steps<T>(r, p, candidate);
-  };
-  std::apply([&](const auto&... candidates) { (run(candidates), ...); },
-             qel::morpho::named_attributes<qel::image2d<T>>);
+  qel::morpho::with_attribute<qel::image2d<T>>(r.attribute,
+                                               [&](const auto& chosen) { result = run_steps<T>(r, p, chosen); });
   return result;
 }
 

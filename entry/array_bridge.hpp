@@ -3,8 +3,8 @@
 #define ENTRY_ARRAY_BRIDGE_HPP
 
 // Between the host's arrays and images. In a host matrix of M rows the element of row i and column j has the index
-// i + j * M; an image has contiguous rows and a border. Host row i is image row i: nothing is transposed. Copies go by
-// tiles: see entry/tiles.hpp.
+// i + j * M; an image has contiguous rows and a border. Host row i is image row i, and copies go by tiles (see
+// entry/tiles.hpp), unless an image is turned.
 
 #include "entry/host.hpp"
 #include "entry/image_class.hpp"

@@ -25,7 +25,6 @@
 #include <limits>
 #include <new>
 #include <string>
-#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -78,12 +77,11 @@ std::vector<L> read_thresholds(const mxArray* thresholds) {
 template <typename I>
 orientation orientation_for(const std::string& attribute) {
   bool is_free = false;
-  const auto look = [&](const auto& candidate) {
-    using A = typename std::decay_t<decltype(candidate)>::accumulator;
+  qel::morpho::with_attribute<I>(attribute, [&](const auto& chosen) {
+    using A = typename std::decay_t<decltype(chosen)>::accumulator;
     using order = typename qel::trait::accumulator_<A>::order;
-    if (candidate.is_called(attribute)) is_free = std::is_same_v<order, qel::trait::accumulator::order::free>;
-  };
-  std::apply([&](const auto&... candidates) { (look(candidates), ...); }, qel::morpho::named_attributes<I>);
+    is_free = std::is_same_v<order, qel::trait::accumulator::order::free>;
+  });
   return is_free ? orientation::turned : orientation::upright;
 }
 
@@ -101,18 +99,13 @@ template <typename I, typename N, typename T>
 void compute_attribute_profile(const qel::Image<I>& image, T*& position, std::string attribute,
                                const qel::Neighborhood<N>& neighborhood, const mxArray* thresholds, std::string rule,
                                entry::orientation lies = entry::orientation::upright) {
-  const auto computed = [&](const auto& candidate) {
-    using candidate_type = std::decay_t<decltype(candidate)>;
-    using A = typename candidate_type::accumulator;
-    using L = typename candidate_type::threshold;
-    if (!candidate.is_called(attribute)) return false;
+  const bool known = qel::morpho::with_attribute<I>(attribute, [&](const auto& chosen) {
+    using A = typename std::decay_t<decltype(chosen)>::accumulator;
+    using L = typename std::decay_t<decltype(chosen)>::threshold;
     const auto lambdas = entry::internal::read_thresholds<L>(thresholds);
-    if (rule.empty()) rule = candidate.default_rule;
+    if (rule.empty()) rule = chosen.default_rule;
     _compute_attribute_profile<I, T, A, N, L>(image, position, A(), neighborhood, lambdas, rule, lies);
-    return true;
-  };
-  const bool known = std::apply([&](const auto&... candidates) { return (computed(candidates) || ...); },
-                                qel::morpho::named_attributes<I>);
+  });
   if (!known) mexErrMsgTxt(entry::messages::unknown_attribute);
 }
 

@@ -25,7 +25,6 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
-#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -36,14 +35,7 @@ namespace internal {
 /// Calls `use(attribute)` with the attribute called `name` of images of type I.
 template <typename I, typename Use>
 void with_attribute(const std::string& name, Use use) {
-  const auto used = [&](const auto& candidate) {
-    if (!candidate.is_called(name)) return false;
-    use(candidate);
-    return true;
-  };
-  const bool known = std::apply([&](const auto&... candidates) { return (used(candidates) || ...); },
-                                qel::morpho::named_attributes<I>);
-  if (!known) throw std::invalid_argument("there is no attribute " + name);
+  if (!qel::morpho::with_attribute<I>(name, use)) throw std::invalid_argument("there is no attribute " + name);
 }
 
 template <typename L>

@@ -47,6 +47,17 @@ inline constexpr auto named_attributes =
                     named_attribute<attribute::inertia<I>>{"i", "inertia", tree::filter::rule::sub::name},
                     named_attribute<attribute::deviation<I, float, float>>{"s", "std", tree::filter::rule::sub::name});
 
+/// Calls `use(attribute)` with the attribute of images of type I that is called `name`; false if there is none.
+template <typename I, typename Use>
+bool with_attribute(const std::string& name, Use use) {
+  const auto used = [&](const auto& candidate) {
+    if (!candidate.is_called(name)) return false;
+    use(candidate);
+    return true;
+  };
+  return std::apply([&](const auto&... candidates) { return (used(candidates) || ...); }, named_attributes<I>);
+}
+
 }  // namespace morpho
 
 }  // namespace qel
