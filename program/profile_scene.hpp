@@ -17,7 +17,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -274,14 +273,10 @@ class scene_profile {
 template <typename T>
 block_report profile_scene(const job& j) {
   block_report report;
-  const auto computed = [&](const auto& attribute) {
+  qel::morpho::with_attribute<qel::image2d<T>>(j.wanted.attribute, [&](const auto& attribute) {
     using A = typename std::decay_t<decltype(attribute)>::accumulator;
-    if (!attribute.is_called(j.wanted.attribute)) return false;
     report = internal::scene_profile<T, A>(j, attribute).run();
-    return true;
-  };
-  std::apply([&](const auto&... attributes) { (computed(attributes) || ...); },
-             qel::morpho::named_attributes<qel::image2d<T>>);
+  });
   return report;
 }
 

@@ -164,11 +164,11 @@ void add_options(CLI::App& app, request& r) {
 }
 
 bool is_area(const std::string& attribute) {
-  const auto found = [&](const auto& named) {
-    return named.is_called(attribute) && std::is_unsigned_v<typename std::decay_t<decltype(named)>::threshold>;
-  };
-  return std::apply([&](const auto&... named) { return (found(named) || ...); },
-                    qel::morpho::named_attributes<qel::image2d<unsigned char>>);
+  bool is_unsigned = false;
+  qel::morpho::with_attribute<qel::image2d<unsigned char>>(attribute, [&](const auto& named) {
+    is_unsigned = std::is_unsigned_v<typename std::decay_t<decltype(named)>::threshold>;
+  });
+  return is_unsigned;
 }
 
 /// What is wrong with a threshold, which the library's function would take in some way; nothing if it is right.
