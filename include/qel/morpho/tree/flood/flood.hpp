@@ -56,14 +56,14 @@ struct left_component {
 /// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
 /// \param waiting   empty `level_queues` or `level_lists`.
 /// \param numbers   receives the number of each site's node; its block is laid out like that of `level`.
+/// \param nodes     receives the nodes; empty before.
 /// \throws std::bad_alloc
 template <typename L, typename Around, typename Queues>
-flooded_nodes flood(L* const level, const unsigned start, const Around around, const bool last_ties, Queues waiting,
-                    image2d<unsigned>& numbers) {
+void flood(L* const level, const unsigned start, const Around around, const bool last_ties, Queues waiting,
+           image2d<unsigned>& numbers, flooded_nodes& nodes) {
   // The least place is sought: where it is the last one, places are turned round.
   const unsigned turn = last_ties ? ~0u : 0u;
   unsigned* const number = numbers.buffer();
-  flooded_nodes nodes(numbers.domain().nsites());
   const flooded_nodes::pointers list = nodes.data();
   unsigned nentered = 0;
   unsigned nfull = 0;
@@ -128,7 +128,7 @@ flooded_nodes flood(L* const level, const unsigned start, const Around around, c
     } else {
       list.parent[full] = node_sheet::site(full);
       nodes.resize(nentered);
-      return nodes;
+      return;
     }
     list.parent[full] = node_sheet::site(now.number);
   }

@@ -73,7 +73,7 @@ std::array<int, n> distances(const I& f, const W& win) {
 
 /// Calls `flood` with the distances to the neighbours. The compiler knows how many there are where they are 4 or 8.
 template <typename I, typename W, typename Flood>
-flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
+void with_distances(const I& f, const W& win, Flood flood) {
   if (win.size() == 4) return flood(distances<4>(f, win));
   if (win.size() == 8) return flood(distances<8>(f, win));
   std::vector<int> around;
@@ -87,7 +87,7 @@ flooded_nodes with_distances(const I& f, const W& win, Flood flood) {
 /// \param below  for each level, the number of sites that have a lower one.
 /// \param places,numbers images that need not be set.
 template <unsigned layers, unsigned most, typename P, typename N, typename Flood>
-flooded_nodes with_queues(std::vector<unsigned>& below, P& places, N& numbers, Flood flood) {
+void with_queues(std::vector<unsigned>& below, P& places, N& numbers, Flood flood) {
   if constexpr (layers < most)
     if (!util::priority_bits<layers>::fits(below.size()))
       return with_queues<layers + 1, most>(below, places, numbers, flood);
@@ -107,11 +107,12 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   using value_t = typename I::value;
   node_table<I> table;
   initialize(table.number, f);
+  const sweep_order order = order_of(f, s);
+  // Before what is needed for the flood only: memory that is freed behind it leaves no holes.
+  flooded_nodes found(f.domain().nsites());
   typename trait::ch_value<I, unsigned>::ret places;
   initialize(places, f);
-
-  const sweep_order order = order_of(f, s);
-  flooded_nodes found = with_sweep_levels(f, s, order, [&](auto set_levels, auto level) {
+  with_sweep_levels(f, s, order, [&](auto set_levels, auto level) {
     using level_t = decltype(level);
     typename trait::ch_value<I, level_t>::ret levels;
     initialize(levels, f);
@@ -119,9 +120,9 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
     std::vector<unsigned> below = set_levels(levels);
     const unsigned start = lowest_place(levels, below);
     constexpr unsigned most = most_layers<value_t, level_t>();
-    return with_distances(f, nbh.win(), [&](const auto& around) {
-      return with_queues<std::min(most, 3u), most>(below, places, table.number, [&](auto queues) {
-        return flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number);
+    with_distances(f, nbh.win(), [&](const auto& around) {
+      with_queues<std::min(most, 3u), most>(below, places, table.number, [&](auto queues) {
+        flood(levels.buffer(), start, around, !order.raster_ties, std::move(queues), table.number, found);
       });
     });
   });
