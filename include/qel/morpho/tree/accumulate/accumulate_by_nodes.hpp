@@ -77,7 +77,7 @@ inline constexpr bool goes_by_nodes<A, node_tree<T>> =
             std::is_same_v<typename trait::ch_value<typename T::function, unsigned>::ret, image2d<unsigned>>;
 
 /// Calls `give(number, accumulator)` for the nodes, children before parents. False if it stops before the end: the nodes
-/// are not listed each right after those below it, or more than one for 32 sites wait for their parents. To sort so
+/// are not listed each right after those below it, or more than one for 8 sites wait for their parents. To sort so
 /// many children would take more time and memory than to sort the sites.
 ///
 /// Cost: two passes over the sites, one for values alone; one over the nodes, which sorts the children of each. Memory:
@@ -92,7 +92,7 @@ bool accumulate_by_nodes(const A& a, const node_tree<T>& tree, Give give) {
   const auto& f = tree.whole().f();
   const auto& table = tree.table();
   const sweep_order order = order_of(f, tree.whole().domain());
-  const unsigned most = std::max(tree.whole().domain().nsites() / 32, 1024u);
+  const unsigned most = std::max(tree.whole().domain().nsites() / 8, 1024u);
   waiting_nodes<A> waiting;
   for (const auto& n : tree.nodes().vect_) {
     const unsigned k = node_sheet::number(n);
