@@ -4,8 +4,9 @@
 
 // Attributes into nodes: each node gets an accumulator of all its sites and those of its descendants. In the plain form
 // each site starts with itself and hands its content to its parent, in the reverse of the sweep order, for any tree.
-// The order shows in the bits, because `float` sums round. On a `node_tree` the three fast forms of `accumulate_nodes`
-// give the same bits: `component_tree.nodes_alone_have_the_attributes_of_the_whole_tree` holds them equal.
+// The order shows in the bits, because `float` sums round. On a `node_tree` the fast forms, `accumulate_nodes`
+// and `accumulate_by_nodes`, give the same bits:
+// `component_tree.nodes_alone_have_the_attributes_of_the_whole_tree` holds them equal.
 
 #include <qel/accu/trait_accumulator.hpp>
 #include <qel/morpho/tree/accumulate/accumulate_nodes.hpp>

@@ -10,13 +10,17 @@
 // Here it is that of `nodes()`: after a flood, what belongs together is close together in memory.
 
 #include <qel/accu/trait_accumulator.hpp>
-#include <qel/morpho/tree/accumulate/node_children.hpp>
+#include <qel/core/image2d.hpp>
+#include <qel/core/trait_image.hpp>
 #include <qel/morpho/tree/accumulate/own_sites.hpp>
 #include <qel/morpho/tree/accumulate/take_as_init.hpp>
+#include <qel/morpho/tree/accumulate/waiting_nodes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
+#include <qel/morpho/tree/sweep/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
+#include <algorithm>
 #include <type_traits>
 
 namespace qel {
@@ -26,6 +30,18 @@ namespace morpho {
 namespace tree {
 
 namespace internal {
+
+/// Makes `of_node` hold the first site of node number `k`, the canonical one.
+template <typename A, typename T>
+void take_first_site(A& of_node, const node_tree<T>& tree, const own_sites<T>&, unsigned k) {
+  take_as_init(of_node, tree.whole().f(), tree.table().canonical[k]);
+}
+
+/// The same where only its value counts, if that.
+template <typename A, typename T>
+void take_first_site(A& of_node, const node_tree<T>& tree, const own_site_counts<T>&, unsigned k) {
+  take_as_init(of_node, tree.f(), node_sheet::site(k));
+}
 
 /// The accumulator of a node takes its sites but the canonical one, each from a copy of `a`, which may have settings.
 template <typename A, typename T>
@@ -44,33 +60,52 @@ void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_
 template <typename A, typename T>
 void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_site_counts<T>& own, unsigned k, bool) {
   A one = a;
-  take_as_init(one, tree.whole().f(), tree.table().canonical[k]);
+  take_first_site(one, tree, own, k);
   for (unsigned n = own.count(k); n > 1; --n) of_node.take(one);
 }
 
-/// Gives every node of `data`, whose elements all hold a copy of `a`, its accumulator.
+/// Whether `accumulate_by_nodes` is for accumulators of type A on a tree of type T. With values of 8 and 16 bits nothing
+/// else needs the sorted sites, and most nodes have few children. Wider values have mostly been sorted for the tree, and
+/// have so many nodes that lists of their sites take more memory and no less time. A user's own image may have rows
+/// that are not in one block.
+template <typename A, typename T>
+inline constexpr bool goes_by_nodes = false;
+template <typename A, typename T>
+inline constexpr bool goes_by_nodes<A, node_tree<T>> =
+    std::is_same_v<typename trait::accumulator_<A>::order, trait::accumulator::order::fixed>&&
+        levels_are_values<typename T::value>&&
+            std::is_same_v<typename trait::ch_value<typename T::function, unsigned>::ret, image2d<unsigned>>;
+
+/// Calls `give(number, accumulator)` for the nodes, children before parents. False if it stops before the end: the nodes
+/// are not listed each right after those below it, or more than one for 8 sites wait for their parents. To sort so
+/// many children would take more time and memory than to sort the sites.
 ///
 /// Cost: two passes over the sites, one for values alone; one over the nodes, which sorts the children of each. Memory:
-/// 4 bytes a site, none for values alone; 12 bytes a node, and up to 48 for each child of the widest one.
+/// 4 bytes a site, none for values alone; 4 bytes a node, and an accumulator for each node that waits.
 ///
 /// \pre    there are nodes. Values are integers: those that are equal have the same bits.
 /// \throws std::bad_alloc
-template <typename A, typename T, typename D>
-void accumulate_by_nodes(const A& a, const node_tree<T>& tree, D& data) {
+template <typename A, typename T, typename Give>
+bool accumulate_by_nodes(const A& a, const node_tree<T>& tree, Give give) {
   using takes_sites = std::is_same<typename trait::accumulator_<A>::when_pix, trait::accumulator::when_pix::use_p>;
   const std::conditional_t<takes_sites::value, own_sites<T>, own_site_counts<T>> own(tree);
   const auto& f = tree.whole().f();
-  const auto& canonical = tree.table().canonical;
+  const auto& table = tree.table();
   const sweep_order order = order_of(f, tree.whole().domain());
-  node_children<T> children(tree, order);
+  const unsigned most = std::max(tree.whole().domain().nsites() / 8, 1024u);
+  waiting_nodes<A> waiting;
   for (const auto& n : tree.nodes().vect_) {
     const unsigned k = node_sheet::number(n);
-    A of_node = data.element(k);
-    take_as_init(of_node, f, canonical[k]);
-    children.for_each(k, [&](unsigned child) { of_node.take(data.element(child)); });
+    A of_node = a;
+    take_first_site(of_node, tree, own, k);
+    waiting.leave(k, [&](const A& child) { of_node.take(child); });
     take_own_sites(of_node, a, tree, own, k, order.raster_ties);
-    data.element(k) = of_node;
+    give(k, of_node);
+    if (waiting.size() == most) return false;
+    const unsigned parent = node_sheet::number(table.parent[k]);
+    waiting.enter({order_key(order, tree.f().element(k), table.canonical[k]), parent, of_node});
   }
+  return waiting.size() == 1;
 }
 
 }  // namespace internal

@@ -2,23 +2,16 @@
 #ifndef QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
 #define QEL_MORPHO_TREE_ACCUMULATE_ACCUMULATE_NODES_HPP
 
-// Attributes with an accumulator for each node instead of one for each site: three ways, and the choice among them.
+// Attributes with an accumulator for each node instead of one for each site: two ways, by the order that counts.
 
 #include <qel/accu/trait_accumulator.hpp>
-#include <qel/core/image2d.hpp>
 #include <qel/core/point2d.hpp>
 #include <qel/core/site_set/box_piter.hpp>
-#include <qel/core/trait_image.hpp>
-#include <qel/morpho/tree/accumulate/accumulate_by_nodes.hpp>
-#include <qel/morpho/tree/accumulate/node_children.hpp>
 #include <qel/morpho/tree/accumulate/take_as_init.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
 #include <qel/morpho/tree/piter.hpp>
-#include <qel/morpho/tree/sweep/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
-
-#include <type_traits>
 
 namespace qel {
 
@@ -45,7 +38,7 @@ void accumulate_nodes(trait::accumulator::order::free, const A& a, const node_tr
 /// Hands on from site to parent in the order of the definition. A site that is not canonical holds nothing but itself
 /// at its turn, so only nodes need an accumulator.
 template <typename A, typename T, typename D>
-void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
+void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
   const auto& f = tree.whole().f();
   const auto& s = stored_sites(tree.whole().domain());
   const auto& table = tree.table();
@@ -70,17 +63,6 @@ void accumulate_by_sites(const A& a, const node_tree<T>& tree, D& data) {
       data(tree.parent(n)).take(data(n));
     }
   }
-}
-
-/// With values of 8 and 16 bits nothing else needs the sorted sites, and most nodes have few children. Wider values
-/// have mostly been sorted for the tree, and have so many nodes that lists of their sites and children take more memory
-/// and no less time. A user's own image may have rows that are not in one block.
-template <typename A, typename T, typename D>
-void accumulate_nodes(trait::accumulator::order::fixed, const A& a, const node_tree<T>& tree, D& data) {
-  using numbers = typename trait::ch_value<typename T::function, unsigned>::ret;
-  if constexpr (levels_are_values<typename T::value> && std::is_same_v<numbers, image2d<unsigned>>)
-    if (!has_wide_node(tree)) return accumulate_by_nodes(a, tree, data);
-  accumulate_by_sites(a, tree, data);
 }
 
 }  // namespace internal

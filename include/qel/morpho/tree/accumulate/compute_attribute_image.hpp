@@ -10,6 +10,7 @@
 #include <qel/data/fill.hpp>
 #include <qel/data/initialize.hpp>
 #include <qel/morpho/tree/accumulate/accumulate.hpp>
+#include <qel/morpho/tree/accumulate/accumulate_by_nodes.hpp>
 #include <qel/trace/trace.hpp>
 
 namespace qel {
@@ -29,6 +30,16 @@ namespace internal {
 
 template <typename A, typename T, typename I>
 attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const I& f, accu_image_t<T, A>* accu_image) {
+  // A trace shows the images of the plain form.
+  if constexpr (goes_by_nodes<A, T>) {
+    if (accu_image == nullptr && trace::quiet && tree.nnodes() != 0) {
+      attribute_image_t<T, A> output;
+      initialize(output, f);
+      if (accumulate_by_nodes(a, tree, [&](unsigned k, const A& of_node) { output.element(k) = of_node; }))
+        return output;
+    }
+  }
+
   accu_image_t<T, A> data;
   initialize(data, f);
   qel::data::fill(data, a);
@@ -45,8 +56,8 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
 
 /// The attribute that `a` computes, for each node of `tree` with all its descendants, at every site of the node.
 ///
-/// Cost: three walks over the sites, and an accumulator for each while it runs. On a node tree two walks at most, an
-/// accumulator for each node, and where the order counts what `accumulate_by_nodes` or the sorted sites take.
+/// Cost: three walks over the sites, and an accumulator for each while it runs. On a node tree two walks at most, and
+/// an accumulator for each node and the sorted sites where the order counts, or what `accumulate_by_nodes` takes.
 ///
 /// \param a          the kind of attribute, with its settings if it has some; its content does not count.
 /// \param tree       the tree of an image, or a `node_tree`: then the result is an image on the sheet of nodes.

@@ -29,7 +29,7 @@ namespace tree {
 /// The sites of an image of type I in the sweep order of its min-tree or max-tree. The first read of a site sorts them.
 ///
 /// With values of 8 and 16 bits, or few different ones, the flood needs the order only. So do accumulators of values of
-/// 8 and 16 bits of a `node_tree` on an `image2d`, unless a node has very many children (`has_wide_node`). With tracing
+/// 8 and 16 bits of a `node_tree` on an `image2d`, unless very many nodes wait (`accumulate_by_nodes`). With tracing
 /// on the sites are sorted at once, where the outline of the definition has it.
 ///
 /// The image is only referred to: keep it alive and unchanged.

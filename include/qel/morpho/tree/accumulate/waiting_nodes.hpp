@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#ifndef QEL_MORPHO_TREE_ACCUMULATE_WAITING_NODES_HPP
+#define QEL_MORPHO_TREE_ACCUMULATE_WAITING_NODES_HPP
+
+#include <qel/core/internal/narrowed.hpp>
+#include <qel/morpho/tree/sweep/sweep_order.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace qel {
+
+namespace morpho {
+
+namespace tree {
+
+namespace internal {
+
+/// The place of a node among the children of its parent: least for the one that the sweep hands on first. Value and
+/// position in one number, turned round as the sweep goes. \pre V has 16 bits or less.
+template <typename V, typename P>
+std::uint64_t order_key(const sweep_order& order, const V& value, const P& canonical) {
+  using limits = std::numeric_limits<V>;
+  const auto distance = static_cast<unsigned>(order.increasing ? limits::max() - value : value - limits::min());
+  const unsigned position =
+      (static_cast<unsigned>(canonical.row()) + 0x8000u) << 16 | (static_cast<unsigned>(canonical.col()) + 0x8000u);
+  return std::uint64_t{distance} << 32 | (order.raster_ties ? ~position : position);
+}
+
+/// Nodes whose accumulators of type A are complete and wait for that of their parent. Where each node comes right after
+/// what is below it, as a flood lists them, the children of the next one stand on top.
+template <typename A>
+class waiting_nodes {
+ public:
+  struct node {
+    std::uint64_t key;  ///< `order_key`
+    unsigned parent;    ///< its number
+    A content;
+  };
+
+  waiting_nodes() : sorted_(few) {}
+
+  unsigned size() const { return qel::internal::narrowed<unsigned>(nodes_.size()) + (has_last_ ? 1 : 0); }
+
+  /// Puts `n` on top. \throws std::bad_alloc
+  [[gnu::always_inline]] void enter(const node& n) {
+    last_ = n;
+    has_last_ = true;
+  }
+
+  /// Calls `visit(accumulator)` for the topmost nodes that have the parent `k`, in the order of their keys, and removes
+  /// them. Cost: that of sorting them. \throws std::bad_alloc
+  template <typename Visit>
+  [[gnu::always_inline]] void leave(unsigned k, Visit visit) {
+    if (!has_last_) return;
+    has_last_ = false;
+    if (last_.parent != k) return nodes_.push_back(last_);
+    if (nodes_.empty() || nodes_.back().parent != k) return visit(last_.content);
+    nodes_.push_back(last_);
+    std::size_t n = 2;
+    while (n < nodes_.size() && nodes_[nodes_.size() - n - 1].parent == k) ++n;
+    visit_sorted(nodes_.data() + (nodes_.size() - n), n, visit);
+    nodes_.resize(nodes_.size() - n);
+  }
+
+ private:
+  static constexpr std::size_t few = 16;
+
+  struct place {
+    std::uint64_t key;
+    const node* at;
+  };
+
+  static bool is_before(const place& l, const place& r) { return l.key < r.key; }
+
+  template <typename Visit>
+  void visit_sorted(const node* first, std::size_t n, Visit visit) {
+    if (n > sorted_.size()) sorted_.resize(std::max(n, 2 * sorted_.size()));
+    for (std::size_t i = 0; i < n; ++i) insert({first[i].key, first + i}, i);
+    if (n > few) std::sort(sorted_.begin(), sorted_.begin() + static_cast<std::ptrdiff_t>(n), is_before);
+    for (std::size_t i = 0; i < n; ++i) visit(sorted_[i].at->content);
+  }
+
+  /// Adds `p` to the first `n` places, in order while they are few: most nodes have one or two children.
+  void insert(const place& p, std::size_t n) {
+    place* to = sorted_.data() + n;
+    if (n < few)
+      for (; to != sorted_.data() && is_before(p, to[-1]); --to) *to = to[-1];
+    *to = p;
+  }
+
+  std::vector<node> nodes_;  ///< all but the topmost
+  node last_{};              ///< the topmost, which mostly is the only child of the next
+  bool has_last_ = false;
+  std::vector<place> sorted_;
+};
+
+}  // namespace internal
+
+}  // namespace tree
+
+}  // namespace morpho
+
+}  // namespace qel
+
+#endif  // QEL_MORPHO_TREE_ACCUMULATE_WAITING_NODES_HPP
