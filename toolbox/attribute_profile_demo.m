@@ -29,6 +29,9 @@ function attribute_profile_demo (picture, folder, step)
   [picture, folder] = names{:};
   [values, map] = imread (picture);
   image = grey_levels (values, map);
+  if ~exist (folder, 'dir')
+    error ('attribute_profile_demo: there is no folder %s', folder);
+  end
   fprintf ('%s: %d x %d pixels of class %s\n', picture, size (image, 1), size (image, 2), class (image));
   show_profile (image, 'area', [100 1000 10000], folder, step);
   show_profile (image, 'std', [5 10 20], folder, step);

@@ -25,6 +25,7 @@
 %! endfor
 %! fail ("attribute_profile_demo (picture)", 'give a picture file and a folder');
 %! fail ("attribute_profile_demo (picture, folder, 0)", 'STEP has to be');
+%! fail ("attribute_profile_demo (picture, [folder '/none'])", 'there is no folder .*/none');
 
 %!test <*misplaced planes are errors>
 %! faults = {'n + 1', '1', 'middle plane';  % plane, what is added to it, part of the message
