@@ -4,7 +4,6 @@
 
 #include <qel/morpho/tree/nodes/node_table.hpp>
 
-#include <qel/core/util/priority_bits.hpp>
 #include <qel/morpho/tree/compute_node_table.hpp>
 #include <qel/morpho/tree/compute_parent.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
@@ -12,6 +11,7 @@
 #include <qel/morpho/tree/union_find/compute_parent_generic.hpp>
 
 #include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <random>
 #include <set>
@@ -86,31 +86,63 @@ TYPED_TEST(node_table, is_that_of_union_find_for_every_sweep_and_neighbourhood) 
   });
 }
 
-// Sites wait in lists here; some levels have several.
-TEST(node_table, is_that_of_union_find_for_more_levels_than_three_layers_of_bits_hold) {
-  image2d<int> f(box2d({0, 0}, {639, 511}));
+/// 300 x 300 sites of which some share a value, and each has one of `nvalues` from `first` on, `step` apart.
+template <typename T>
+image2d<T> many_values(T first, std::uint64_t step, unsigned nvalues) {
+  image2d<T> f(box2d({0, 0}, {299, 299}));
   std::mt19937 engine(7);
-  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<int>(engine() % 2000000);
-  const std::vector<int> all = values(f);
-  ASSERT_FALSE(qel::util::priority_bits<3>::fits(std::set<int>(all.begin(), all.end()).size()));
-  for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain())))
+    f(p) = static_cast<T>(static_cast<std::uint64_t>(first) + engine() % nvalues * step);
+  return f;
 }
 
-// One value more than 16 bits have levels for, and exactly as many.
+// Sites wait in heaps here: by distances up to the greatest of 32 bits, by ranks beyond; also if all but two sites
+// wait in one heap.
+TEST(node_table, is_that_of_union_find_for_many_values) {
+  const auto check = [](const auto& f) {
+    EXPECT_FALSE(tree::internal::few_values(f, true).are_few());
+    for (const p_array2d& s : sweeps(f)) expect_tree_of_union_find(f, c4(), s);
+  };
+  const unsigned n = 150000;
+  auto f = many_values<int>(INT_MIN, ~0u / (n - 1), n);
+  f({7, 7}) = INT_MIN;
+  f({8, 8}) = INT_MAX;
+  check(f);
+  auto close = many_values<int>(0, 1, n);
+  close({0, 9}) = INT_MIN;
+  close({9, 0}) = INT_MAX;
+  check(close);
+  for (const std::uint64_t beyond : {0, 1}) {
+    auto wide = many_values<std::int64_t>(-70000, 1, n);
+    wide({0, 0}) = -80000;
+    wide({299, 299}) = -80000 + static_cast<std::int64_t>(0xffffffff + beyond);
+    check(wide);
+  }
+}
+
+// One value more than are few, and exactly as many; the same of 16 bits.
 TEST(node_table, is_that_of_union_find_at_the_limit_of_short_levels) {
   image2d<unsigned short> f(box2d({0, 0}, {255, 255}));
+  image2d<int> g(f.domain());
   unsigned k = 0;
-  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) f(p) = static_cast<unsigned short>(40503 * k++);
+  for (const point2d& p : walk(box2d::fwd_piter(f.domain()))) {
+    f(p) = static_cast<unsigned short>(40503 * k++);
+    g(p) = 2 * f(p);
+  }
   std::set<std::string> outlines;
-  for (const bool one_less : {false, true}) {
-    if (one_less) f({100, 100}) = f({100, 101});
-    EXPECT_EQ(tree::internal::few_values(f, true).are_few(), one_less);
-    for (const p_array2d& s : sweeps(f)) {
-      expect_tree_of_union_find(f, c4(), s);
+  const auto check = [&](const auto& image) {
+    for (const p_array2d& s : sweeps(image)) {
+      expect_tree_of_union_find(image, c4(), s);
       const trace_capture trace;
-      tree::compute_node_table(f, c4(), s);
+      tree::compute_node_table(image, c4(), s);
       outlines.insert(trace.outline() + trace.errors());
     }
+  };
+  check(f);
+  for (const bool one_less : {false, true}) {
+    if (one_less) g({100, 100}) = g({100, 101});
+    EXPECT_EQ(tree::internal::few_values(g, true).are_few(), one_less);
+    check(g);
   }
   EXPECT_EQ(outlines.size(), 1u);
 }

@@ -17,7 +17,6 @@
 #include <qel/morpho/tree/accumulate/waiting_nodes.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
-#include <qel/morpho/tree/sweep/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
 #include <algorithm>
@@ -73,7 +72,7 @@ inline constexpr bool goes_by_nodes = false;
 template <typename A, typename T>
 inline constexpr bool goes_by_nodes<A, node_tree<T>> =
     std::is_same_v<typename trait::accumulator_<A>::order, trait::accumulator::order::fixed>&&
-        levels_are_values<typename T::value>&&
+        std::is_integral_v<typename T::value> && sizeof(typename T::value) <= 2 &&
             std::is_same_v<typename trait::ch_value<typename T::function, unsigned>::ret, image2d<unsigned>>;
 
 /// Calls `give(number, accumulator)` for the nodes, children before parents. False if it stops before the end: the nodes

@@ -7,6 +7,8 @@
 // while a flood goes from neighbour to neighbour. Levels and neighbourhood alone decide the tree. The test
 // `node_table.is_that_of_union_find_for_every_sweep_and_neighbourhood` holds the two equal.
 //
+// The sites of the lowest level are the root's. From each higher site that no flood has reached yet a flood starts.
+//
 // The flood stands on a site of the component that it fills. A neighbour of a higher level lies in a component inside:
 // the flood goes up to it at once and comes back when that component is full. Neighbours of the same or a lower level
 // wait, each in the queue of its level. When no site of the present level waits, the component is full: its node is
@@ -18,11 +20,14 @@
 // and a place in the queues for each site. No recursion: open components, one a level at most, stand on a heap stack.
 
 #include <qel/core/image2d.hpp>
+#include <qel/core/internal/narrowed.hpp>
+#include <qel/core/site_set/box_piter.hpp>
 #include <qel/morpho/tree/flood/flooded_nodes.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace qel {
@@ -46,28 +51,50 @@ struct left_component {
   unsigned site;
 };
 
-/// Floods the sites of `level`, a block in which the sites not to be visited have level 0.
+/// Where a flood stands between two components above the lowest level.
+template <typename Queues>
+struct flood_state {
+  Queues waiting;                    ///< empty
+  std::vector<left_component> left;  ///< empty
+  unsigned nentered;                 ///< nodes that have a number
+  unsigned nfull;                    ///< nodes that are complete
+};
+
+/// The number of the root.
+inline constexpr unsigned flood_root = 0;
+
+/// Gives the sites of level 0 to the root, of which this returns the canonical site. For all this, see `flood`.
+template <typename L>
+unsigned take_lowest(const L* level, unsigned turn, image2d<unsigned>& numbers) {
+  unsigned* const number = numbers.buffer();
+  const unsigned ncols = numbers.domain().len(1);
+  unsigned canonical = ~0u;
+  box_runstart_piter<point2d> row(numbers.domain());
+  for (row.start(); row.is_valid(); row.next()) {
+    const auto first = qel::internal::narrowed<unsigned>(&numbers(row) - number);
+    for (unsigned here = first; here != first + ncols; ++here) {
+      if (level[here] != 0) continue;
+      number[here] = flood_root;
+      canonical = std::min(canonical, here ^ turn);
+    }
+  }
+  return canonical;
+}
+
+/// Floods the component above level 0 that has the place `start`.
 ///
-/// Inner loops read values, not references: what a reference leads to would be read again after each store.
-///
-/// \param level     at each place, the level of its site; the flood sets all to 0.
-/// \param start     a place of the lowest level.
-/// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood.
-/// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
-/// \param waiting   empty `level_queues` or `level_lists`.
-/// \param numbers   receives the number of each site's node; its block is laid out like that of `level`.
-/// \param nodes     receives the nodes; empty before.
-/// \throws std::bad_alloc
+/// Inner loops read local values: what a reference leads to would be read again after each store. So this is a function
+/// of its own, which keeps few of them.
 template <typename L, typename Around, typename Queues>
-void flood(L* const level, const unsigned start, const Around around, const bool last_ties, Queues waiting,
-           image2d<unsigned>& numbers, flooded_nodes& nodes) {
-  // The least place is sought: where it is the last one, places are turned round.
-  const unsigned turn = last_ties ? ~0u : 0u;
+[[gnu::noinline]] void flood_from(const unsigned start, L* const level, const Around around, const unsigned turn,
+                                  image2d<unsigned>& numbers, flooded_nodes& nodes, flood_state<Queues>& state) {
   unsigned* const number = numbers.buffer();
   const flooded_nodes::pointers list = nodes.data();
-  unsigned nentered = 0;
-  unsigned nfull = 0;
-  std::size_t room = 0;
+  Queues waiting = std::move(state.waiting);
+  std::vector<left_component> left = std::move(state.left);
+  unsigned nentered = state.nentered;
+  unsigned nfull = state.nfull;
+  std::size_t room = nodes.size();
   const auto entered = [&](unsigned l) {
     if (nentered == room) {
       nodes.grow();
@@ -76,7 +103,7 @@ void flood(L* const level, const unsigned start, const Around around, const bool
     return open_component{l, nentered++, ~0u};
   };
 
-  std::vector<left_component> left(1, left_component{{0, 0, 0}, 0});  // below the root
+  left.push_back({{0, flood_root, ~0u}, start});
   open_component now = entered(level[start]);
   unsigned here = start;
   level[start] = 0;
@@ -121,17 +148,45 @@ void flood(L* const level, const unsigned start, const Around around, const bool
     if (below > left.back().component.level) {
       now = entered(below);
       here = waiting.pop(below);
-    } else if (left.size() > 1) {
+    } else {
       now = left.back().component;
       here = left.back().site;
       left.pop_back();
-    } else {
-      list.parent[full] = node_sheet::site(full);
-      nodes.resize(nentered);
-      return;
     }
     list.parent[full] = node_sheet::site(now.number);
+    if (left.empty()) break;
   }
+  state = {std::move(waiting), std::move(left), nentered, nfull};
+}
+
+/// Floods the sites of `levels`, whose border has level 0.
+///
+/// \param levels    the level of each site, 0 for the lowest; the flood sets all to 0.
+/// \param around    distances in the block to the neighbours of a site: a symmetric neighbourhood.
+/// \param last_ties whether the canonical site of a node is its last one in the block, not the first.
+/// \param waiting   empty `level_queues` or `level_heaps`.
+/// \param numbers   receives the number of each site's node; its block is laid out like that of `levels`.
+/// \param nodes     receives the nodes; empty before.
+/// \throws std::bad_alloc
+template <typename I, typename Around, typename Queues>
+void flood(I& levels, const Around& around, bool last_ties, Queues waiting, image2d<unsigned>& numbers,
+           flooded_nodes& nodes) {
+  // The least place is sought: where it is the last one, places are turned round.
+  const unsigned turn = last_ties ? ~0u : 0u;
+  auto* const level = levels.buffer();
+  const auto* const end = level + levels.nelements();
+  const auto next_start = [=](const auto* from) { return std::find_if(from, end, [](auto l) { return l != 0; }); };
+  nodes.grow();
+  const unsigned canonical = take_lowest(level, turn, numbers);
+  flood_state<Queues> state{std::move(waiting), {}, flood_root + 1, 0};
+  for (const auto* start = next_start(level); start != end; start = next_start(start))
+    flood_from(qel::internal::narrowed<unsigned>(start - level), level, around, turn, numbers, nodes, state);
+
+  const flooded_nodes::pointers list = nodes.data();
+  list.canonical[flood_root] = numbers.point_at_index(canonical ^ turn);
+  list.parent[flood_root] = node_sheet::site(flood_root);
+  list.upward[state.nfull] = node_sheet::site(flood_root);
+  nodes.resize(state.nentered);
 }
 
 }  // namespace internal

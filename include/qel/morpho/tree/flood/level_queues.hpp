@@ -2,7 +2,7 @@
 #ifndef QEL_MORPHO_TREE_FLOOD_LEVEL_QUEUES_HPP
 #define QEL_MORPHO_TREE_FLOOD_LEVEL_QUEUES_HPP
 
-#include <qel/morpho/tree/flood/waiting_levels.hpp>
+#include <qel/core/util/priority_bits.hpp>
 
 #include <algorithm>
 #include <vector>
@@ -19,20 +19,19 @@ namespace internal {
 ///
 /// \tparam layers those of the `priority_bits` that find the next level.
 template <unsigned layers>
-class level_queues : public waiting_levels<layers> {
+class level_queues {
  public:
   /// \param below  for each level, the number of sites that have a lower one.
   /// \param places one for each site, kept by the caller.
   /// \throws std::bad_alloc
-  level_queues(const std::vector<unsigned>& below, unsigned* places)
-      : waiting_levels<layers>(below.size()), places_(places) {
+  level_queues(const std::vector<unsigned>& below, unsigned* places) : levels_(below.size()), places_(places) {
     ranges_.reserve(below.size());
     for (const unsigned first : below) ranges_.push_back({first, first});
   }
 
   void push(unsigned level, unsigned site) {
     places_[ranges_[level].top++] = site;
-    this->insert(level);
+    levels_.insert(level);
   }
 
   bool is_empty(unsigned level) const { return ranges_[level].top == ranges_[level].bottom; }
@@ -47,6 +46,14 @@ class level_queues : public waiting_levels<layers> {
     return taken.top == taken.bottom ? popped : places_[std::max(taken.bottom + 2, taken.top) - 2];
   }
 
+  /// Leaves the empty `level`. Returns the highest level below it that sites have been pushed to since it was left, or
+  /// 0. Perhaps none waits there now: the flood often takes all sites of a component that it has left for an inner one.
+  unsigned next_below(unsigned level) {
+    levels_.erase(level);
+    const unsigned below = levels_.greatest_below(level);
+    return below == util::priority_bits<layers>::none ? 0 : below;
+  }
+
  private:
   /// The places of one level: those in [bottom, top) are taken.
   struct range {
@@ -55,6 +62,7 @@ class level_queues : public waiting_levels<layers> {
   };
 
   std::vector<range> ranges_;
+  util::priority_bits<layers> levels_;
   unsigned* places_;
 };
 

@@ -21,7 +21,7 @@ namespace tree {
 
 namespace internal {
 
-/// The most different values whose levels fit into 16 bits beside 0.
+/// The most different values that are few: their numbers fit into 16 bits beside `none`.
 inline constexpr unsigned most_few_values = std::numeric_limits<std::uint16_t>::max();
 
 /// Numbers the different values that come, from 0, and counts how often each comes.
@@ -91,38 +91,7 @@ class hashed_value_numbers {
   std::vector<unsigned> counts_;
 };
 
-/// The same for values of 16 bits: a number is the distance from the least value of the type.
-template <typename T>
-class short_value_numbers {
- public:
-  explicit short_value_numbers(std::size_t) : counts_(std::size_t{most_few_values} + 1) {}
-
-  bool count(T v) {
-    ++counts_[number(v)];
-    return true;
-  }
-
-  std::uint16_t number(T v) const {
-    return qel::internal::narrowed<std::uint16_t>(int{v} - int{std::numeric_limits<T>::min()});
-  }
-
-  const std::vector<unsigned>& counts() const { return counts_; }
-
-  std::vector<std::uint16_t> sorted() const {
-    std::vector<std::uint16_t> numbers;
-    for (unsigned k = 0; k < counts_.size(); ++k)
-      if (counts_[k] != 0) numbers.push_back(qel::internal::narrowed<std::uint16_t>(k));
-    return numbers;
-  }
-
- private:
-  std::vector<unsigned> counts_;
-};
-
-template <typename T>
-using value_numbers = std::conditional_t<sizeof(T) == 2, short_value_numbers<T>, hashed_value_numbers<T>>;
-
-/// The levels of an image of few different values: their ranks, from 1 up, without sorted sites.
+/// The levels of an image of few different values: their ranks, from 0 up, without sorted sites.
 template <typename I>
 class few_values {
  public:
@@ -132,11 +101,9 @@ class few_values {
     for (p.start(); p.is_valid(); p.next())
       if (!numbers_.count(f(p))) return;
     std::vector<std::uint16_t> order = numbers_.sorted();
-    if (order.size() > most_few_values) return;
     if (!increasing) std::reverse(order.begin(), order.end());
 
-    level_of_.resize(numbers_.counts().size());
-    below_.push_back(0);
+    level_of_.resize(order.size());
     unsigned nsites = 0;
     for (const unsigned number : order) {
       level_of_[number] = qel::internal::narrowed<std::uint16_t>(below_.size());
@@ -148,17 +115,18 @@ class few_values {
   /// Whether there are few: not if 16 bits are too few levels, nor if to number the values takes too long.
   bool are_few() const { return !below_.empty(); }
 
-  /// Gives the sites of the domain their levels. Returns for each level the number of sites of lower ones. Cost: one
-  /// pass. \pre `are_few()`.
+  /// Gives the sites of the domain their levels. Cost: one pass. \pre `are_few()`.
   template <typename L>
-  std::vector<unsigned> set_levels(const I& f, L& levels) const {
+  void set_levels(const I& f, L& levels) const {
     box_fwd_piter_<typename I::site> p(f.domain());
     for (p.start(); p.is_valid(); p.next()) levels(p) = level_of_[numbers_.number(f(p))];
-    return below_;
   }
 
+  /// For each level, the number of sites of lower ones. \pre `are_few()`.
+  const std::vector<unsigned>& below() const { return below_; }
+
  private:
-  value_numbers<typename I::value> numbers_;
+  hashed_value_numbers<typename I::value> numbers_;
   std::vector<std::uint16_t> level_of_;  ///< by number
   std::vector<unsigned> below_;
 };

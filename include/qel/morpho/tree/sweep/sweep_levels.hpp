@@ -2,13 +2,13 @@
 #ifndef QEL_MORPHO_TREE_SWEEP_SWEEP_LEVELS_HPP
 #define QEL_MORPHO_TREE_SWEEP_SWEEP_LEVELS_HPP
 
-// The levels of an image in sweep order: small integers for the values, greater ones nearer to the leaves.
+// The levels of an image in sweep order: small integers for the values, greater ones nearer to the leaves, 0 for the
+// value of the root.
 //
-// 0 means "not to be visited". Values of 8 bits are numbered as they are, with gaps; wider ones by their rank among the
-// values of the image. Levels have 16 bits where they suffice, as a flood reads little else. Otherwise they have 32,
-// and the site array tells the ranks of values that have more than 16 bits.
+// The level of an integer is its distance from the value of the root, of a value that is none its rank. A flood reads
+// little else, so levels are as narrow as can be: those of 8 and 16 bits have as many, wider ones 16 where distances or,
+// of few different values, ranks suffice, else 32. Where distances don't fit, the site array tells the ranks.
 
-#include <qel/core/internal/large_pages.hpp>
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/site_set/box_piter.hpp>
 #include <qel/morpho/tree/sweep/few_values.hpp>
@@ -17,7 +17,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -30,38 +29,91 @@ namespace tree {
 
 namespace internal {
 
-/// Whether levels are the values themselves rather than their ranks.
-template <typename T>
-inline constexpr bool levels_are_values = std::is_integral_v<T> && sizeof(T) <= 2;
+/// The levels of an image in groups of 2^`shift` neighbours, at each of which sites are counted.
+struct level_groups {
+  std::vector<unsigned> below;  ///< for each group, the number of sites of lower ones
+  unsigned shift;
+};
 
-template <typename I, typename L>
-std::vector<unsigned> set_levels_by_value(const I& f, const sweep_order& order, L& levels) {
-  using value_t = typename I::value;
-  using limits = std::numeric_limits<value_t>;
-  std::vector<unsigned> counts(static_cast<std::size_t>(limits::max() - limits::min()) + 2);
-  const int sign = order.increasing ? 1 : -1;
-  const int before_first = (order.increasing ? limits::min() : -limits::max()) - 1;
-  box_fwd_piter_<typename I::site> p(f.domain());
-  for (p.start(); p.is_valid(); p.next()) {
-    const auto level = qel::internal::narrowed<typename L::value>(sign * f(p) - before_first);
-    levels(p) = level;
-    ++counts[level];
-  }
+/// Groups of levels up to `highest`, for an image of `nsites` sites: there are neither more groups than sites nor many.
+/// Their number hardly matters: 2^12 to 2^17 take the same time.
+inline unsigned shift_of_groups(std::uint64_t highest, unsigned nsites) {
+  constexpr unsigned most_groups = 1u << 12;
+  unsigned shift = 0;
+  while (highest >> shift >= std::min(nsites, most_groups)) ++shift;
+  return shift;
+}
+
+/// Turns the counts of elements into sums of those before.
+inline void sum_up(std::vector<unsigned>& counts) {
   unsigned below = 0;
   for (unsigned& count : counts) below += std::exchange(count, below);
-  return counts;
+}
+
+/// The values of an image of integers: from `first`, that of the root, to the other end.
+template <typename V>
+struct value_range {
+  /// How far `v` is from `first`. \pre `v` lies in the range.
+  std::uint64_t distance(V v) const {
+    const std::uint64_t up = static_cast<std::uint64_t>(v) - static_cast<std::uint64_t>(first);
+    return increasing ? up : 0 - up;
+  }
+
+  V first;
+  V last;
+  bool increasing;
+};
+
+/// The range of `f` in sweep order. Cost: one pass.
+template <typename I>
+value_range<typename I::value> range_of(const I& f, bool increasing) {
+  using value_t = typename I::value;
+  value_t least = f(f.domain().pmin());
+  value_t greatest = least;
+  const unsigned ncols = f.domain().len(1);
+  box_runstart_piter<typename I::site> p(f.domain());
+  for (p.start(); p.is_valid(); p.next()) {
+    const value_t* const row = &f(p);
+    for (unsigned i = 0; i < ncols; ++i) {
+      least = std::min(least, row[i]);
+      greatest = std::max(greatest, row[i]);
+    }
+  }
+  if (increasing) return {least, greatest, true};
+  return {greatest, least, false};
+}
+
+template <typename I, typename L>
+level_groups set_levels_by_distance(const I& f, const value_range<typename I::value>& range, L& levels) {
+  const std::uint64_t highest = range.distance(range.last);
+  const unsigned shift = sizeof(typename L::value) <= 2 ? 0 : shift_of_groups(highest, f.domain().nsites());
+  std::vector<unsigned> counts((highest >> shift) + 1);
+  // By value: bytes may lie anywhere, so what references lead to would be read again after each of their stores.
+  const auto distance = [range](auto v) { return range.distance(v); };
+  unsigned* const count = counts.data();
+  const unsigned ncols = f.domain().len(1);
+  box_runstart_piter<typename I::site> p(f.domain());
+  for (p.start(); p.is_valid(); p.next()) {
+    const typename I::value* const row = &f(p);
+    typename L::value* const level = &levels(p);
+    for (unsigned i = 0; i < ncols; ++i) {
+      level[i] = qel::internal::narrowed<typename L::value>(distance(row[i]));
+      ++count[level[i] >> shift];
+    }
+  }
+  sum_up(counts);
+  return {std::move(counts), shift};
 }
 
 /// Levels that are ranks: in `s`, the sites of one value stand together.
 template <typename I, typename L, typename S>
-std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
+level_groups set_levels_by_rank(const I& f, const S& s, L& levels) {
   const unsigned n = s.nsites();
-  std::vector<unsigned> below;
-  qel::internal::reserve_large(below, std::size_t{n} + 1);
-  below.push_back(0);
+  level_groups groups{{}, shift_of_groups(n - 1, n)};
   // The walk jumps about in the image: fetch ahead.
   constexpr unsigned ahead = 24;
-  typename I::value last{};
+  unsigned rank = 0;
+  typename I::value last = f(s[0]);
   for (unsigned i = 0; i < n; ++i) {
     if (n - i > ahead) {
       __builtin_prefetch(&f(s[i + ahead]));
@@ -69,41 +121,46 @@ std::vector<unsigned> set_levels_by_rank(const I& f, const S& s, L& levels) {
     }
     const auto& p = s[i];
     const typename I::value v = f(p);
-    if (i == 0 || v != last) below.push_back(i);
+    if (v != last) ++rank;
+    if (rank >> groups.shift == groups.below.size()) groups.below.push_back(i);
     last = v;
-    levels(p) = qel::internal::narrowed<unsigned>(below.size()) - 1;
+    levels(p) = rank;
   }
-  return below;
+  return groups;
 }
 
 /// Calls `use(set_levels, level)` with the way to give the sites of `f` their levels, and a level of the type to hold
-/// them: `set_levels(levels)` returns for each level, from 1 up, the number of sites of lower ones.
+/// them: `set_levels(levels)` returns their groups, of one level each where levels have 8 or 16 bits.
+///
+/// \pre there are sites.
 template <typename I, typename S, typename Use>
 auto with_sweep_levels(const I& f, const S& s, const sweep_order& order, Use use) {
   using value_t = typename I::value;
-  [[maybe_unused]] const auto by_value = [&](auto& levels) { return set_levels_by_value(f, order, levels); };
-  [[maybe_unused]] const auto by_rank = [&](auto& levels) { return set_levels_by_rank(f, stored_sites(s), levels); };
-  if constexpr (levels_are_values<value_t> && sizeof(value_t) == 1) {
-    return use(by_value, std::uint16_t());
-  } else {
-    if constexpr (std::is_integral_v<value_t>) {
+  constexpr std::uint64_t end16 = std::uint64_t{1} << 16;
+  [[maybe_unused]] constexpr std::uint64_t end32 = std::uint64_t{1} << 32;
+  if constexpr (std::is_integral_v<value_t>) {
+    const value_range<value_t> range = range_of(f, order.increasing);
+    [[maybe_unused]] const std::uint64_t highest = range.distance(range.last);
+    const auto by_distance = [&](auto& levels) { return set_levels_by_distance(f, range, levels); };
+    if constexpr (sizeof(value_t) == 1) {
+      return use(by_distance, std::uint8_t());
+    } else if constexpr (sizeof(value_t) == 2) {
+      return use(by_distance, std::uint16_t());
+    } else {
+      if (highest < end16) return use(by_distance, std::uint16_t());
       const few_values<I> few(f, order.increasing);
-      if (few.are_few()) return use([&](auto& levels) { return few.set_levels(f, levels); }, std::uint16_t());
+      const auto by_few_ranks = [&](auto& levels) {
+        few.set_levels(f, levels);
+        return level_groups{few.below(), 0};
+      };
+      if (few.are_few()) return use(by_few_ranks, std::uint16_t());
+      if (highest < end32) return use(by_distance, std::uint32_t());
     }
-    if constexpr (levels_are_values<value_t>)
-      return use(by_value, std::uint32_t());
-    else
-      return use(by_rank, std::uint32_t());
   }
-}
-
-/// The place in its block of a site of the lowest level. `below` has for each level the number of sites of lower ones.
-template <typename L>
-unsigned lowest_place(const L& levels, const std::vector<unsigned>& below) {
-  typename L::value lowest = 1;
-  while (std::size_t{lowest} + 1 < below.size() && below[std::size_t{lowest} + 1] == 0) ++lowest;
-  const auto* const end = levels.buffer() + levels.nelements();
-  return qel::internal::narrowed<unsigned>(std::find(levels.buffer(), end, lowest) - levels.buffer());
+  if constexpr (!std::is_integral_v<value_t> || sizeof(value_t) > 4) {
+    const auto by_rank = [&](auto& levels) { return set_levels_by_rank(f, stored_sites(s), levels); };
+    return use(by_rank, std::uint32_t());
+  }
 }
 
 }  // namespace internal
