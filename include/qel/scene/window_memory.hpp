@@ -25,7 +25,7 @@ constexpr std::int64_t window_bytes() {
   constexpr std::int64_t pixel = value + 1 + 4 + 4;                 // value, validity, sorted site, number of node
   constexpr std::int64_t node = 3 * 4 * 3 / 2 + value;              // tables that grow by doubling, and node values
   constexpr std::int64_t sorted = value > 2 ? 2 * (8 + value) : 0;  // pairs of value and place, twice
-  constexpr std::int64_t flooded = (value == 1 ? 2 : 4) + 4;        // levels, queues
+  constexpr std::int64_t flooded = value > 2 ? 4 + 8 : value + 4;   // levels, heaps or queues
   constexpr std::int64_t judged = sizeof(A) + result;               // accumulators
   constexpr std::int64_t filtered = result + 8 + value + 3;         // node values of some planes, marks
   return std::max({pixel + sorted, pixel + node + flooded, pixel + node + std::max(judged, filtered)}) * 11 / 10;

@@ -112,10 +112,10 @@ TEST(node_table, is_that_of_union_find_for_many_values) {
   close({0, 9}) = INT_MIN;
   close({9, 0}) = INT_MAX;
   check(close);
-  for (const std::uint64_t beyond : {0, 1}) {
+  for (const std::int64_t beyond : {0, 1}) {
     auto wide = many_values<std::int64_t>(-70000, 1, n);
     wide({0, 0}) = -80000;
-    wide({299, 299}) = -80000 + static_cast<std::int64_t>(0xffffffff + beyond);
+    wide({299, 299}) = -80000 + 0xffffffff + beyond;
     check(wide);
   }
 }

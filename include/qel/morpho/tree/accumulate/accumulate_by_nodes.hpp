@@ -63,16 +63,15 @@ void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_
   for (unsigned n = own.count(k); n > 1; --n) of_node.take(one);
 }
 
-/// Whether `accumulate_by_nodes` is for accumulators of type A on a tree of type T. With values of 8 and 16 bits nothing
-/// else needs the sorted sites, and most nodes have few children. Wider values have mostly been sorted for the tree, and
-/// have so many nodes that lists of their sites take more memory and no less time. A user's own image may have rows
+/// Whether `accumulate_by_nodes` is for accumulators of type A on a tree of type T: nothing else needs the sorted sites
+/// of integers of 32 bits or less, and the keys of waiting nodes hold their values. A user's own image may have rows
 /// that are not in one block.
 template <typename A, typename T>
 inline constexpr bool goes_by_nodes = false;
 template <typename A, typename T>
 inline constexpr bool goes_by_nodes<A, node_tree<T>> =
     std::is_same_v<typename trait::accumulator_<A>::order, trait::accumulator::order::fixed>&&
-        std::is_integral_v<typename T::value> && sizeof(typename T::value) <= 2 &&
+        fits_order_key<typename T::value>&&
             std::is_same_v<typename trait::ch_value<typename T::function, unsigned>::ret, image2d<unsigned>>;
 
 /// Calls `give(number, accumulator)` for the nodes, children before parents. False if it stops before the end: the nodes

@@ -30,11 +30,12 @@ namespace internal {
 
 template <typename A, typename T, typename I>
 attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const I& f, accu_image_t<T, A>* accu_image) {
+  attribute_image_t<T, A> output;
+  // Before what is needed on the way only: memory that is freed behind it leaves no holes.
+  if (trace::quiet) initialize(output, f);
   // A trace shows the images of the plain form.
   if constexpr (goes_by_nodes<A, T>) {
     if (accu_image == nullptr && trace::quiet && tree.nnodes() != 0) {
-      attribute_image_t<T, A> output;
-      initialize(output, f);
       if (accumulate_by_nodes(a, tree, [&](unsigned k, const A& of_node) { output.element(k) = of_node; }))
         return output;
     }
@@ -46,8 +47,7 @@ attribute_image_t<T, A> compute_attribute_image(const A& a, const T& tree, const
   accumulate(a, tree, data);
   if (accu_image != nullptr) *accu_image = duplicate(data);
 
-  attribute_image_t<T, A> output;
-  initialize(output, data);
+  if (!trace::quiet) initialize(output, data);
   qel::data::fill(output, data);
   return output;
 }

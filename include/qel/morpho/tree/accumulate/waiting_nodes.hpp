@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 namespace qel {
@@ -19,12 +20,18 @@ namespace tree {
 
 namespace internal {
 
+/// Whether an `order_key` has room for values of type V.
+template <typename V>
+inline constexpr bool fits_order_key = std::is_integral_v<V> && sizeof(V) <= 4;
+
 /// The place of a node among the children of its parent: least for the one that the sweep hands on first. Value and
-/// position in one number, turned round as the sweep goes. \pre V has 16 bits or less.
+/// position in one number, turned round as the sweep goes. \pre `fits_order_key<V>`.
 template <typename V, typename P>
 std::uint64_t order_key(const sweep_order& order, const V& value, const P& canonical) {
   using limits = std::numeric_limits<V>;
-  const auto distance = static_cast<unsigned>(order.increasing ? limits::max() - value : value - limits::min());
+  const auto number = [](V v) { return static_cast<unsigned>(v); };
+  const unsigned distance =
+      order.increasing ? number(limits::max()) - number(value) : number(value) - number(limits::min());
   const unsigned position =
       (static_cast<unsigned>(canonical.row()) + 0x8000u) << 16 | (static_cast<unsigned>(canonical.col()) + 0x8000u);
   return std::uint64_t{distance} << 32 | (order.raster_ties ? ~position : position);

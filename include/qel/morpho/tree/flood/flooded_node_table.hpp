@@ -77,7 +77,7 @@ void with_queues(const I& f, const level_groups& groups, Flood flood) {
   if constexpr (are_many)
     flood(level_heaps(groups, places.buffer()));
   else
-    flood(level_queues<sizeof(L) == 1 ? 2 : 3>(groups.below, places.buffer()));
+    flood(level_queues < sizeof(L) == 1 ? 2 : 3 > (groups.below, places.buffer()));
 }
 
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.

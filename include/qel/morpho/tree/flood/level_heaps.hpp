@@ -19,11 +19,11 @@ namespace tree {
 
 namespace internal {
 
-/// The waiting sites of a flood by level, like `level_queues`, for so many levels that few sites share one. The sites of
-/// a group of levels wait in one heap. Those that come while the flood is above the group are only put down behind the
-/// heap: they enter it when the flood is back, if it has not taken a place of theirs for good by then.
+/// The waiting sites of a flood by level, like `level_queues`, for so many levels that few sites share one. The sites
+/// of a group of levels have one heap. Those that come while the flood is above the group are put down behind the heap,
+/// and enter it only when the flood asks for the group's highest level.
 ///
-/// Cost: a step of a heap grows with the logarithm of the sites that wait in the group.
+/// Cost: to push, a constant; to pop, and to enter the heap, the logarithm of the sites that wait in the group.
 class level_heaps {
  public:
   /// \param groups the sites of each group are counted.

@@ -6,8 +6,9 @@
 // value of the root.
 //
 // The level of an integer is its distance from the value of the root, of a value that is none its rank. A flood reads
-// little else, so levels are as narrow as can be: those of 8 and 16 bits have as many, wider ones 16 where distances or,
-// of few different values, ranks suffice, else 32. Where distances don't fit, the site array tells the ranks.
+// little else, so levels are as narrow as can be: values of 8 and 16 bits have levels of as many, wider ones of 16
+// where distances or, of few different values, ranks fit, else of 32. Where distances don't, the site array tells the
+// ranks.
 
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/site_set/box_piter.hpp>

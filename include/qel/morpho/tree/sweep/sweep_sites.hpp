@@ -3,7 +3,7 @@
 #define QEL_MORPHO_TREE_SWEEP_SWEEP_SITES_HPP
 
 // The sites of an image in sweep order. The plain form is the array of `data::sort_psites_increasing` or `_decreasing`.
-// The fast form, `sweep_sites`, knows the order and makes the array only for a reader of sites, which a profile often
+// The fast form, `sweep_sites`, knows the order and makes the array only for a reader of sites, which a profile mostly
 // lacks. The test `component_tree.nodes_alone_have_the_attributes_of_the_whole_tree` holds trees and attributes of both
 // equal.
 
@@ -28,9 +28,9 @@ namespace tree {
 
 /// The sites of an image of type I in the sweep order of its min-tree or max-tree. The first read of a site sorts them.
 ///
-/// With values of 8 and 16 bits, or few different ones, the flood needs the order only. So do accumulators of values of
-/// 8 and 16 bits of a `node_tree` on an `image2d`, unless very many nodes wait (`accumulate_by_nodes`). With tracing
-/// on the sites are sorted at once, where the outline of the definition has it.
+/// With integers less than 2^32 apart, or few different ones, the flood needs the order only. So do accumulators of
+/// integers of 32 bits or less of a `node_tree` on an `image2d`, unless very many nodes wait (`accumulate_by_nodes`).
+/// With tracing on the sites are sorted at once, where the outline of the definition has it.
 ///
 /// The image is only referred to: keep it alive and unchanged.
 template <typename I>
