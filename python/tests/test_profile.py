@@ -173,7 +173,7 @@ def test_no_memory_is_an_error_and_the_session_goes_on():
         import resource, numpy as np, attribute_profile as ap
         used = int(open('/proc/self/statm').read().split()[0]) * resource.getpagesize()
         image = np.random.default_rng(5).integers(0, 250, (1500, 1500), dtype=np.int32)
-        for room in (40, 150):  # megabytes: too few for the planes, too few for the work
+        for room in (40, 100):  # megabytes: too few for the planes, too few for the work
             resource.setrlimit(resource.RLIMIT_AS, (used + room * 2**20, -1))
             try:
                 ap.profile(image, 'std', [1, 2, 3])

@@ -115,7 +115,7 @@ TEST(node_table, is_that_of_union_find_for_many_values) {
   for (const std::int64_t beyond : {0, 1}) {
     auto wide = many_values<std::int64_t>(-70000, 1, n);
     wide({0, 0}) = -80000;
-    wide({299, 299}) = -80000 + 0xffffffff + beyond;
+    wide({299, 299}) = -80000 + std::int64_t{0xffffffff} + beyond;
     check(wide);
   }
 }

@@ -68,16 +68,20 @@ void with_distances(const I& f, const W& win, Flood flood) {
   return flood(around);
 }
 
-/// Calls `flood` with empty queues for levels of type L of the sites of `f`, or with empty heaps for levels of 32 bits.
-template <typename L, typename I, typename Flood>
-void with_queues(const I& f, const level_groups& groups, Flood flood) {
-  constexpr bool are_many = sizeof(L) > 2;
-  typename trait::ch_value<I, std::conditional_t<are_many, std::uint64_t, unsigned>>::ret places;
-  initialize(places, f);
-  if constexpr (are_many)
-    flood(level_heaps(groups, places.buffer()));
+/// Where a site waits at a level of type L.
+template <typename L>
+using place_t = std::conditional_t<sizeof(L) <= 2, unsigned, std::uint64_t>;
+
+/// Empty queues for levels of type L, or empty heaps for those of 32 bits. \throws std::bad_alloc
+///
+/// \param places one for each site.
+template <typename L>
+auto queues_for(const level_groups& groups, place_t<L>* places) {
+  constexpr unsigned layers = sizeof(L) == 1 ? 2 : 3;
+  if constexpr (sizeof(L) <= 2)
+    return level_queues<layers>(groups.below, places);
   else
-    flood(level_queues < sizeof(L) == 1 ? 2 : 3 > (groups.below, places.buffer()));
+    return level_heaps(groups, places);
 }
 
 /// The node table of `f` by flooding. \pre `can_be_flooded(f, nbh)`. \throws std::bad_alloc.
@@ -93,14 +97,14 @@ node_table<I> flooded_node_table(const I& f, const N& nbh, const S& s) {
   flooded_nodes found(f.domain().nsites());
   with_sweep_levels(f, s, order, [&](auto set_levels, auto level) {
     using level_t = decltype(level);
+    typename trait::ch_value<I, place_t<level_t>>::ret places;
+    initialize(places, f);
     typename trait::ch_value<I, level_t>::ret levels;
     initialize(levels, f);
     qel::data::fill(levels, 0);
     const level_groups groups = set_levels(levels);
     with_distances(f, nbh.win(), [&](const auto& around) {
-      with_queues<level_t>(f, groups, [&](auto queues) {
-        flood(levels, around, !order.raster_ties, std::move(queues), table.number, found);
-      });
+      flood(levels, around, !order.raster_ties, queues_for<level_t>(groups, places.buffer()), table.number, found);
     });
   });
 
