@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <limits>
 #include <random>
 #include <set>
 #include <string>
@@ -96,8 +97,8 @@ image2d<T> many_values(T first, std::uint64_t step, unsigned nvalues) {
   return f;
 }
 
-// Sites wait in heaps here: by distances up to the greatest of 32 bits, by ranks beyond; also if all but two sites
-// wait in one heap.
+// Sites wait in heaps here: by distances up to the greatest of 32 bits, with and without far values at the ends, and by
+// ranks beyond, or where nearly all would wait in one heap.
 TEST(node_table, is_that_of_union_find_for_many_values) {
   const auto check = [](const auto& f) {
     EXPECT_FALSE(tree::internal::few_values(f, true).are_few());
@@ -109,15 +110,23 @@ TEST(node_table, is_that_of_union_find_for_many_values) {
   f({8, 8}) = INT_MAX;
   check(f);
   auto close = many_values<int>(0, 1, n);
-  close({0, 9}) = INT_MIN;
+  close({0, 9}) = close({0, 11}) = INT_MIN;
   close({9, 0}) = INT_MAX;
   check(close);
+  close({0, 10}) = INT_MIN + 5;
+  close({10, 0}) = INT_MAX - 5;
+  check(close);
   for (const std::int64_t beyond : {0, 1}) {
-    auto wide = many_values<std::int64_t>(-70000, 1, n);
-    wide({0, 0}) = -80000;
-    wide({299, 299}) = -80000 + std::int64_t{0xffffffff} + beyond;
+    auto wide = many_values<std::int64_t>(-70000, std::uint64_t{0xffffffff} / n, n);
+    wide({0, 0}) = -80001;
+    wide({0, 1}) = -80000;
+    wide({299, 298}) = -80000 + std::int64_t{0xfffffffd} + beyond;
+    wide({299, 299}) = std::numeric_limits<std::int64_t>::max();
     check(wide);
   }
+  image2d<double> unordered(box2d({0, 0}, {1, 1}));
+  qel::data::fill(unordered, std::numeric_limits<double>::quiet_NaN());
+  EXPECT_EQ(tree::compute_node_table(unordered, c4(), sweeps(unordered)[0]).nnodes(), 4u);
 }
 
 // One value more than are few, and exactly as many; the same of 16 bits.

@@ -15,12 +15,15 @@
 // complete, and the flood goes down to the highest level at which a site waits. That is the level of its parent: a
 // component that the flood has left for this one, or, if it is higher, a new one around it.
 //
-// Cost: each site waits once at most. It looks at its neighbours once, and again each time the flood comes back to it.
+// Cost: each site waits once at most. A higher site looks at its neighbours once, and again each time the flood comes
+// back to it.
 // Wrong guesses of the processor at branches, about two a site, are most of the time. Memory beyond the result: a level
-// and a place in the queues for each site. No recursion: open components, one a level at most, stand on a heap stack.
+// and a place in the queues for each site, and 16 bytes for each open component, one a level at most: these stand on a
+// heap stack, so there is no recursion.
 
 #include <qel/core/image2d.hpp>
 #include <qel/core/internal/narrowed.hpp>
+#include <qel/core/point2d.hpp>
 #include <qel/core/site_set/box_piter.hpp>
 #include <qel/morpho/tree/flood/flooded_nodes.hpp>
 #include <qel/morpho/tree/nodes/node_sheet.hpp>
@@ -54,8 +57,8 @@ struct left_component {
 /// Where a flood stands between two components above the lowest level.
 template <typename Queues>
 struct flood_state {
-  Queues waiting;                    ///< empty
-  std::vector<left_component> left;  ///< empty
+  Queues waiting;                    ///< no site waits
+  std::vector<left_component> left;  ///< none: kept for its room
   unsigned nentered;                 ///< nodes that have a number
   unsigned nfull;                    ///< nodes that are complete
 };
@@ -63,7 +66,7 @@ struct flood_state {
 /// The number of the root.
 inline constexpr unsigned flood_root = 0;
 
-/// Gives the sites of level 0 to the root, of which this returns the canonical site. For all this, see `flood`.
+/// Gives the sites of level 0 to the root, of which this returns the canonical site. Parameters as for `flood`.
 template <typename L>
 unsigned take_lowest(const L* level, unsigned turn, image2d<unsigned>& numbers) {
   unsigned* const number = numbers.buffer();

@@ -44,7 +44,7 @@ class level_heaps {
   /// Whether no site waits at the level. \pre none waits at a higher level of its group.
   bool is_empty(unsigned level) { return greatest(level >> shift_) != level; }
 
-  /// \pre a site waits at the level, and `is_empty` or `next_below` has just told so.
+  /// \pre a site waits at the level: `is_empty` or `next_below` has told so, and none was pushed since.
   unsigned pop(unsigned level) {
     heap& taken = heaps_[level >> shift_];
     std::uint64_t* const places = places_ + taken.bottom;
@@ -61,6 +61,7 @@ class level_heaps {
   }
 
   /// Leaves the empty `level`. Returns the highest level below it at which a site waits, or 0.
+  /// \pre as for `is_empty`.
   unsigned next_below(unsigned level) {
     unsigned group = level >> shift_;
     while (heaps_[group].top == heaps_[group].bottom) {

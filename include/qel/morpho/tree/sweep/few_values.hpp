@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <limits>
 #include <numeric>
-#include <type_traits>
 #include <vector>
 
 namespace qel {

@@ -28,7 +28,8 @@ namespace tree {
 
 /// The sites of an image of type I in the sweep order of its min-tree or max-tree. The first read of a site sorts them.
 ///
-/// With integers less than 2^32 apart, or few different ones, the flood needs the order only. So do accumulators of
+/// With integers of 16 bits or less, few different ones, or mostly others less than 2^32 apart, the flood needs the
+/// order only. So do accumulators of
 /// integers of 32 bits or less of a `node_tree` on an `image2d`, unless very many nodes wait (`accumulate_by_nodes`).
 /// With tracing on the sites are sorted at once, where the outline of the definition has it.
 ///
