@@ -13,6 +13,7 @@
 #include <qel/morpho/tree/flood/level_heaps.hpp>
 #include <qel/morpho/tree/flood/level_queues.hpp>
 #include <qel/morpho/tree/nodes/node_table.hpp>
+#include <qel/morpho/tree/sweep/level_groups.hpp>
 #include <qel/morpho/tree/sweep/sweep_levels.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 #include <qel/trace/trace.hpp>

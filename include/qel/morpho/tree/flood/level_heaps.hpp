@@ -4,7 +4,7 @@
 
 #include <qel/core/internal/narrowed.hpp>
 #include <qel/core/util/priority_bits.hpp>
-#include <qel/morpho/tree/sweep/sweep_levels.hpp>
+#include <qel/morpho/tree/sweep/level_groups.hpp>
 
 #include <algorithm>
 #include <cstddef>
