@@ -64,10 +64,8 @@ auto with_sweep_levels(const I& f, const S& s, const sweep_order& order, Use use
   } else {
     distance_levels<value_t> distances = distances_of(f, order.increasing);
     const auto by_distance = [&](auto& levels) { return set_levels_by_distance(f, distances, levels); };
-    if constexpr (sizeof(value_t) == 1) {
-      return use(by_distance, std::uint8_t());
-    } else if constexpr (sizeof(value_t) == 2) {
-      return use(by_distance, std::uint16_t());
+    if constexpr (sizeof(value_t) <= 2) {
+      return use(by_distance, std::conditional_t<sizeof(value_t) == 1, std::uint8_t, std::uint16_t>());
     } else {
       if (distances.highest >> 16 == 0) return use(by_distance, std::uint16_t());
       const few_values<I> few(f, order.increasing);
