@@ -49,7 +49,8 @@ inline bool are_crowded(const level_groups& groups, unsigned nsites, unsigned ne
     const std::uint64_t counted = has_end ? n - std::min<std::uint64_t>(n, nends) : n;
     pairs += counted * counted;
   }
-  return pairs > std::uint64_t{nsites} * nsites / few_groups;
+  const std::uint64_t all_pairs = std::uint64_t{nsites} * nsites;
+  return pairs > all_pairs / few_groups;
 }
 
 }  // namespace internal
