@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -52,10 +53,7 @@ struct radix_digit {
   /// Whether all `n` keys counted have the same digit here.
   bool is_constant(std::size_t n) const { return std::find(places.begin(), places.end(), n) != places.end(); }
 
-  void counts_to_places() {
-    unsigned next = 0;
-    for (unsigned& place : places) next += std::exchange(place, next);
-  }
+  void counts_to_places() { std::exclusive_scan(places.begin(), places.end(), places.begin(), 0u); }
 };
 
 /// Calls `visit(key, site)` in raster order. The key of a site is how far its value lies above `least`, an unsigned

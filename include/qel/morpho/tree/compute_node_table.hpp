@@ -52,10 +52,9 @@ auto flood_or_union_find(const I& f, const N& nbh, const S& s, FromTable from_ta
 ///
 /// Cost: a flood is linear but for the search of the next level, in 64-ary bits, and with levels of 32 bits for heaps
 /// of the sites that wait; union-find takes up to n log n steps. Memory of a flood: 4 bytes a site and 12 a node, and
-/// while it runs 5 bytes more a site for values of 8 bits, 6 for levels of 16 bits, 12 for those of 32,
-/// and 16 for each component that it has left for one inside. For a photograph of 8 bits these are 11 in all, of 16
-/// bits 16; for an `int` image of all different values 28, for a ramp along a serpentine 37. Ranks need the sorted
-/// sites as well.
+/// while it runs 5 bytes more a site for values of 8 bits, 6 for levels of 16 bits, 12 for those of 32, and 16 for each
+/// component that it has left for one inside. For a photograph of 8 bits these are 11 in all, of 16 bits 16; for an
+/// `int` image of all different values 28, for a ramp along a serpentine 37. Ranks need the sorted sites as well.
 ///
 /// \pre    `s` holds every site of the domain of `f` once, sorted by value, ties by position; or it is empty.
 /// \throws std::bad_alloc

@@ -5,6 +5,7 @@
 #include <qel/core/image2d.hpp>
 #include <qel/morpho/tree/node_tree.hpp>
 
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -54,8 +55,7 @@ class own_sites {
   /// Cost: two passes over the sites. \throws std::bad_alloc
   explicit own_sites(const node_tree<T>& tree) {
     ends_ = own_site_counts<T>(tree).take();
-    unsigned before = 0;
-    for (unsigned& end : ends_) before += std::exchange(end, before);
+    std::exclusive_scan(ends_.begin(), ends_.end(), ends_.begin(), 0u);
     sites_.init_(tree.table().number.domain(), 0);
     for_each_row(tree, [this](site p, const unsigned* numbers, unsigned n) {
       // The writes jump about: fetch ahead.

@@ -16,10 +16,9 @@
 // component that the flood has left for this one, or, if it is higher, a new one around it.
 //
 // Cost: each site waits once at most. A higher site looks at its neighbours once, and again each time the flood comes
-// back to it.
-// Wrong guesses of the processor at branches, about two a site, are most of the time. Memory beyond the result: a level
-// and a place in the queues for each site, and 16 bytes for each open component, one a level at most: these stand on a
-// heap stack, so there is no recursion.
+// back to it. Wrong guesses of the processor at branches, about two a site, are most of the time. Memory beyond the
+// result: a level and a place in the queues for each site, and 16 bytes for each open component, one a level at most.
+// These stand on a heap stack, so there is no recursion.
 
 #include <qel/core/image2d.hpp>
 #include <qel/core/internal/narrowed.hpp>

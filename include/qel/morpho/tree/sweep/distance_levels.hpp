@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -98,7 +99,7 @@ level_groups set_levels_by_distance(const I& f, const distance_levels<typename I
       ++count[level[i] >> shift];
     }
   }
-  sum_up(counts);
+  std::exclusive_scan(counts.begin(), counts.end(), counts.begin(), 0u);
   return {std::move(counts), shift};
 }
 

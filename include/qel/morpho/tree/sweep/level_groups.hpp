@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace qel {
@@ -29,12 +28,6 @@ inline unsigned shift_of_groups(std::uint64_t highest, unsigned nsites) {
   unsigned shift = 0;
   while (highest >> shift >= std::min(nsites, most_groups)) ++shift;
   return shift;
-}
-
-/// Turns the counts of elements into sums of those before.
-inline void sum_up(std::vector<unsigned>& counts) {
-  unsigned below = 0;
-  for (unsigned& count : counts) below += std::exchange(count, below);
 }
 
 /// Whether most of `nsites` sites are in few groups, so that the heaps of these would be large; `nends` of them don't

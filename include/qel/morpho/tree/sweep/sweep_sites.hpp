@@ -29,9 +29,9 @@ namespace tree {
 /// The sites of an image of type I in the sweep order of its min-tree or max-tree. The first read of a site sorts them.
 ///
 /// With integers of 16 bits or less, few different ones, or mostly others less than 2^32 apart, the flood needs the
-/// order only. So do accumulators of
-/// integers of 32 bits or less of a `node_tree` on an `image2d`, unless very many nodes wait (`accumulate_by_nodes`).
-/// With tracing on the sites are sorted at once, where the outline of the definition has it.
+/// order only. So do accumulators of integers of 32 bits or less of a `node_tree` on an `image2d`, unless very many
+/// nodes wait (`accumulate_by_nodes`). With tracing on the sites are sorted at once, where the outline of the definition
+/// has it.
 ///
 /// The image is only referred to: keep it alive and unchanged.
 template <typename I>
