@@ -6,8 +6,9 @@
 //
 // In a plain double loop one of the two is strided: a new cache line, and soon a new page, for every element. Tiles fit
 // into the nearest caches. The columns of a tile are pieces of memory far apart, often by a power of two: long ones are
-// better, and the next tile goes on where one ends. Tiles are square because pixels near each other share nodes, whose
-// values are looked up.
+// better, and the next tile goes on where one ends. Each is read or written at once, because columns far apart by a power
+// of two displace each other in the cache. Tiles are square because pixels near each other share nodes, whose values are
+// looked up.
 
 #include <algorithm>
 #include <array>
@@ -54,12 +55,16 @@ void for_each_column_piece(std::size_t rows, std::size_t cols, RowOf row_of, Vis
 /// \param row_of  row_of(row) points to the first of `cols` elements to be written.
 template <typename T, typename RowOf>
 void read_columns(std::size_t rows, std::size_t cols, const T* source, RowOf row_of) {
+  using internal::tile_cols;
+  using internal::tile_rows;
+  std::array<std::decay_t<decltype(*row_of(0))>, tile_rows * tile_cols> tile;  // row by row
   internal::for_each_tile(rows, cols, [&](std::size_t row, std::size_t col, std::size_t height, std::size_t width) {
-    for (std::size_t r = 0; r < height; ++r) {
-      auto* const first = row_of(row + r) + col;
-      for (std::size_t c = 0; c < width; ++c)
-        first[c] = static_cast<std::decay_t<decltype(*first)>>(source[(col + c) * rows + row + r]);
+    for (std::size_t c = 0; c < width; ++c) {
+      const T* const first = source + (col + c) * rows + row;
+      for (std::size_t r = 0; r < height; ++r)
+        tile[r * tile_cols + c] = static_cast<typename decltype(tile)::value_type>(first[r]);
     }
+    for (std::size_t r = 0; r < height; ++r) std::copy_n(&tile[r * tile_cols], width, row_of(row + r) + col);
   });
 }
 

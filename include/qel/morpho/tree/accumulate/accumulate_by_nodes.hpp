@@ -42,25 +42,22 @@ void take_first_site(A& of_node, const node_tree<T>& tree, const own_site_counts
   take_as_init(of_node, tree.f(), node_sheet::site(k));
 }
 
-/// The accumulator of a node takes its sites but the canonical one, each from a copy of `a`, which may have settings.
+/// `of_node` with the sites of node number `k` but the canonical one, each from a copy of `a`, which may have settings.
+/// It comes and goes by value, and this is a function of its own: so the sums stay in registers.
 template <typename A, typename T>
-void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_sites<T>& own, unsigned k,
-                    bool raster_ties) {
-  const auto& f = tree.whole().f();
-  // The canonical site comes first in the array, and the walk goes backwards.
-  const auto *first = own.begin(k), *last = own.end(k) - 1;
-  if (raster_ties)
-    for (; last != first; --last) take_site(of_node, a, f, *last);
-  else
-    for (; first != last; ++first) take_site(of_node, a, f, *first);
+[[gnu::noinline]] A with_own_sites(A of_node, const A& a, const node_tree<T>& tree, const own_sites<T>& own, unsigned k,
+                                   bool raster_ties) {
+  own.for_each_other(k, raster_ties, [&](const typename T::site& p) { take_site(of_node, a, tree.whole().f(), p); });
+  return of_node;
 }
 
 /// The same where only the number of the sites or their values count: a node has one value.
 template <typename A, typename T>
-void take_own_sites(A& of_node, const A& a, const node_tree<T>& tree, const own_site_counts<T>& own, unsigned k, bool) {
+A with_own_sites(A of_node, const A& a, const node_tree<T>& tree, const own_site_counts<T>& own, unsigned k, bool) {
   A one = a;
   take_first_site(one, tree, own, k);
   for (unsigned n = own.count(k); n > 1; --n) of_node.take(one);
+  return of_node;
 }
 
 /// Whether `accumulate_by_nodes` is for accumulators of type A on a tree of type T: nothing else needs the sorted sites
@@ -97,7 +94,7 @@ bool accumulate_by_nodes(const A& a, const node_tree<T>& tree, Give give) {
     A of_node = a;
     take_first_site(of_node, tree, own, k);
     waiting.leave(k, [&](const A& child) { of_node.take(child); });
-    take_own_sites(of_node, a, tree, own, k, order.raster_ties);
+    if (own.count(k) > 1) of_node = with_own_sites(of_node, a, tree, own, k, order.raster_ties);
     give(k, of_node);
     if (waiting.size() == most) return false;
     const unsigned parent = node_sheet::number(table.parent[k]);

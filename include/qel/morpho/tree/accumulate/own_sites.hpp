@@ -56,26 +56,44 @@ class own_sites {
   explicit own_sites(const node_tree<T>& tree) {
     ends_ = own_site_counts<T>(tree).take();
     std::exclusive_scan(ends_.begin(), ends_.end(), ends_.begin(), 0u);
-    sites_.init_(tree.table().number.domain(), 0);
+    places_.init_(tree.table().number.domain(), 0);
     for_each_row(tree, [this](site p, const unsigned* numbers, unsigned n) {
       // The writes jump about: fetch ahead.
       constexpr unsigned ahead = 24;
       for (unsigned i = 0; i < n; ++i, ++p.col()) {
-        if (n - i > ahead) __builtin_prefetch(&sites_.element(ends_[numbers[i + ahead]]), 1);
-        sites_.element(ends_[numbers[i]]++) = p;
+        if (n - i > ahead) __builtin_prefetch(&places_.element(ends_[numbers[i + ahead]]), 1);
+        places_.element(ends_[numbers[i]]++) = packed(p);
       }
     });
   }
 
-  /// The first site of node number `k`.
-  const site* begin(unsigned k) const { return sites_.buffer() + (k == 0 ? 0 : ends_[k - 1]); }
+  /// How many sites node number `k` has: at least 1.
+  unsigned count(unsigned k) const { return ends_[k] - begin(k); }
 
-  /// Behind its last site.
-  const site* end(unsigned k) const { return sites_.buffer() + ends_[k]; }
+  /// Calls `visit(site)` for the sites of node number `k` but the canonical one, in the reverse of the sweep order:
+  /// that of the walk of the definition.
+  template <typename Visit>
+  void for_each_other(unsigned k, bool raster_ties, Visit visit) const {
+    const unsigned* first = places_.buffer() + begin(k);
+    const unsigned* last = places_.buffer() + ends_[k] - 1;
+    if (raster_ties)
+      for (; last != first; --last) visit(unpacked(*last));
+    else
+      for (; first != last; ++first) visit(unpacked(*first));
+  }
 
  private:
+  /// Row and column in one number: one store in place of two.
+  static unsigned packed(const site& p) {
+    return static_cast<unsigned>(p.row()) << 16 | static_cast<unsigned short>(p.col());
+  }
+
+  static site unpacked(unsigned place) { return site(static_cast<short>(place >> 16), static_cast<short>(place)); }
+
+  unsigned begin(unsigned k) const { return k == 0 ? 0 : ends_[k - 1]; }
+
   std::vector<unsigned> ends_;
-  image2d<site> sites_;  // a plain block of sites, of which no element is set first
+  image2d<unsigned> places_;  // a plain block, of which no element is set first
 };
 
 }  // namespace internal

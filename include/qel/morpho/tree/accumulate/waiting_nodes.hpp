@@ -79,15 +79,15 @@ class waiting_nodes {
   struct place {
     std::uint64_t key;
     const node* at;
-  };
 
-  static bool is_before(const place& l, const place& r) { return l.key < r.key; }
+    friend bool operator<(const place& l, const place& r) { return l.key < r.key; }
+  };
 
   template <typename Visit>
   void visit_sorted(const node* first, std::size_t n, Visit visit) {
     if (n > sorted_.size()) sorted_.resize(std::max(n, 2 * sorted_.size()));
     for (std::size_t i = 0; i < n; ++i) insert({first[i].key, first + i}, i);
-    if (n > few) std::sort(sorted_.begin(), sorted_.begin() + static_cast<std::ptrdiff_t>(n), is_before);
+    if (n > few) std::sort(sorted_.begin(), sorted_.begin() + static_cast<std::ptrdiff_t>(n));
     for (std::size_t i = 0; i < n; ++i) visit(sorted_[i].at->content);
   }
 
@@ -95,7 +95,7 @@ class waiting_nodes {
   void insert(const place& p, std::size_t n) {
     place* to = sorted_.data() + n;
     if (n < few)
-      for (; to != sorted_.data() && is_before(p, to[-1]); --to) *to = to[-1];
+      for (; to != sorted_.data() && p < to[-1]; --to) *to = to[-1];
     *to = p;
   }
 
