@@ -155,7 +155,7 @@ void expect_same_attributes(const image2d<T>& f, const neighb2d& nbh, bool by_no
 TYPED_TEST(component_tree, nodes_alone_have_the_attributes_of_the_whole_tree) {
   support::random_engine engine(seed);
   const auto random_image = [&](unsigned rows, support::flavour kind, unsigned border) {
-    return image(support::random_image<TypeParam>(rows, 230, kind, engine), {-300, 9000}, border);
+    return image(support::random_image<TypeParam>(rows, 230, kind, engine), {-300, -9000}, border);
   };
   expect_same_attributes<TypeParam>(random_image(150, support::flavour::few_levels, 0), c8(), false);
   expect_same_attributes<TypeParam>(random_image(150, support::flavour::all_distinct, 3), c8(), true);
