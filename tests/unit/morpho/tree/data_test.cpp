@@ -159,7 +159,7 @@ TYPED_TEST(component_tree, nodes_alone_have_the_attributes_of_the_whole_tree) {
   };
   expect_same_attributes<TypeParam>(random_image(150, support::flavour::few_levels, 0), c8(), false);
   expect_same_attributes<TypeParam>(random_image(150, support::flavour::all_distinct, 3), c8(), true);
-  image2d<TypeParam> board = random_image(400, support::flavour::few_levels, 3);
+  image2d<TypeParam> board = random_image(400, support::flavour::full_range, 3);
   for (const point2d& p : walk(box2d::fwd_piter(board.domain())))
     if ((p.row() + p.col()) % 2 != 0) board(p) = std::numeric_limits<TypeParam>::lowest();
   expect_same_attributes(board, c4(), false);

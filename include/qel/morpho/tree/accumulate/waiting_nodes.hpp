@@ -6,9 +6,11 @@
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <type_traits>
 #include <vector>
 
@@ -87,8 +89,23 @@ class waiting_nodes {
   void visit_sorted(const node* first, std::size_t n, Visit visit) {
     if (n > sorted_.size()) sorted_.resize(std::max(n, 2 * sorted_.size()));
     for (std::size_t i = 0; i < n; ++i) insert({first[i].key, first + i}, i);
-    if (n > few) std::sort(sorted_.begin(), sorted_.begin() + static_cast<std::ptrdiff_t>(n));
+    if (n > few) sort_by_bytes(n);
     for (std::size_t i = 0; i < n; ++i) visit(sorted_[i].at->content);
+  }
+
+  /// Sorts the first `n` places, without comparing: by each byte in which their keys differ, the lowest first.
+  void sort_by_bytes(std::size_t n) {
+    spare_.resize(sorted_.size());
+    std::uint64_t bits = 0;
+    for (std::size_t i = 1; i < n; ++i) bits |= sorted_[i].key ^ sorted_[0].key;
+    for (unsigned shift = 0; shift < 64; shift += 8) {
+      if ((bits >> shift & 0xff) == 0) continue;
+      std::array<unsigned, 256> to{};
+      for (std::size_t i = 0; i < n; ++i) ++to[sorted_[i].key >> shift & 0xff];
+      std::exclusive_scan(to.begin(), to.end(), to.begin(), 0u);
+      for (std::size_t i = 0; i < n; ++i) spare_[to[sorted_[i].key >> shift & 0xff]++] = sorted_[i];
+      sorted_.swap(spare_);
+    }
   }
 
   /// Adds `p` to the first `n` places, in order while they are few: most nodes have one or two children.
@@ -103,6 +120,7 @@ class waiting_nodes {
   node last_{};              ///< the topmost, which mostly is the only child of the next
   bool has_last_ = false;
   std::vector<place> sorted_;
+  std::vector<place> spare_;
 };
 
 }  // namespace internal
