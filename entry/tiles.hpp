@@ -7,8 +7,8 @@
 // In a plain double loop one of the two is strided: a new cache line, and soon a new page, for every element. Tiles fit
 // into the nearest caches. The columns of a tile are pieces of memory far apart, often by a power of two: long ones are
 // better, and the next tile goes on where one ends. Each is read or written at once, because columns far apart by a power
-// of two displace each other in the cache. Tiles are square because pixels near each other share nodes, whose values are
-// looked up.
+// of two displace each other in the cache. Still tiles are not narrow: pixels near each other share nodes, whose values
+// are looked up.
 
 #include <algorithm>
 #include <array>
@@ -19,8 +19,8 @@ namespace entry {
 
 namespace internal {
 
-inline constexpr std::size_t tile_rows = 64;
-inline constexpr std::size_t tile_cols = 64;
+inline constexpr std::size_t tile_rows = 128;
+inline constexpr std::size_t tile_cols = 32;
 
 /// Calls `visit(row, col, height, width)` for each tile of a matrix of `rows` x `cols` elements, column by column.
 template <typename Visit>
