@@ -70,8 +70,9 @@ class own_sites {
   /// How many sites node number `k` has: at least 1.
   unsigned count(unsigned k) const { return ends_[k] - begin(k); }
 
-  /// Calls `visit(site)` for the sites of node number `k` but the canonical one, in the reverse of the sweep order:
-  /// that of the walk of the definition.
+  /// Calls `visit(site)` for the sites of node number `k` but the canonical one, in the reverse of the sweep order, as
+  /// the walk of the definition does. The canonical site is the first in raster order, or the last one where ties stand
+  /// against it.
   template <typename Visit>
   void for_each_other(unsigned k, bool raster_ties, Visit visit) const {
     const unsigned* first = places_.buffer() + begin(k);

@@ -81,8 +81,6 @@ class waiting_nodes {
   struct place {
     std::uint64_t key;
     const node* at;
-
-    friend bool operator<(const place& l, const place& r) { return l.key < r.key; }
   };
 
   template <typename Visit>
@@ -112,7 +110,7 @@ class waiting_nodes {
   void insert(const place& p, std::size_t n) {
     place* to = sorted_.data() + n;
     if (n < few)
-      for (; to != sorted_.data() && p < to[-1]; --to) *to = to[-1];
+      for (; to != sorted_.data() && p.key < to[-1].key; --to) *to = to[-1];
     *to = p;
   }
 
@@ -120,7 +118,7 @@ class waiting_nodes {
   node last_{};              ///< the topmost, which mostly is the only child of the next
   bool has_last_ = false;
   std::vector<place> sorted_;
-  std::vector<place> spare_;
+  std::vector<place> spare_;  ///< for `sort_by_bytes`
 };
 
 }  // namespace internal
