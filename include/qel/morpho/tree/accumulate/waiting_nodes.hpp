@@ -3,14 +3,13 @@
 #define QEL_MORPHO_TREE_ACCUMULATE_WAITING_NODES_HPP
 
 #include <qel/core/internal/narrowed.hpp>
+#include <qel/data/sort/radix_sort.hpp>
 #include <qel/morpho/tree/sweep/sweep_order.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <numeric>
 #include <type_traits>
 #include <vector>
 
@@ -98,10 +97,10 @@ class waiting_nodes {
     for (std::size_t i = 1; i < n; ++i) bits |= sorted_[i].key ^ sorted_[0].key;
     for (unsigned shift = 0; shift < 64; shift += 8) {
       if ((bits >> shift & 0xff) == 0) continue;
-      std::array<unsigned, 256> to{};
-      for (std::size_t i = 0; i < n; ++i) ++to[sorted_[i].key >> shift & 0xff];
-      std::exclusive_scan(to.begin(), to.end(), to.begin(), 0u);
-      for (std::size_t i = 0; i < n; ++i) spare_[to[sorted_[i].key >> shift & 0xff]++] = sorted_[i];
+      qel::data::internal::radix_digit<std::uint64_t> byte(shift, 8);
+      for (std::size_t i = 0; i < n; ++i) ++byte.places[byte.of(sorted_[i].key)];
+      byte.counts_to_places();
+      for (std::size_t i = 0; i < n; ++i) spare_[byte.take_place(sorted_[i].key)] = sorted_[i];
       sorted_.swap(spare_);
     }
   }
