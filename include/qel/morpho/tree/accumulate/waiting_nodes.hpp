@@ -49,11 +49,13 @@ class waiting_nodes {
     A content;
   };
 
-  waiting_nodes() : sorted_(few) {}
+  /// Room for `most` nodes from the start: memory that is not touched costs little, and a stack that grows by doubling
+  /// leaves holes of its own size. \throws std::bad_alloc
+  explicit waiting_nodes(std::size_t most) : sorted_(few) { nodes_.reserve(most); }
 
   unsigned size() const { return qel::internal::narrowed<unsigned>(nodes_.size()) + (has_last_ ? 1 : 0); }
 
-  /// Puts `n` on top. \throws std::bad_alloc
+  /// Puts `n` on top.
   [[gnu::always_inline]] void enter(const node& n) {
     last_ = n;
     has_last_ = true;
@@ -77,47 +79,42 @@ class waiting_nodes {
  private:
   static constexpr std::size_t few = 16;
 
-  struct place {
-    std::uint64_t key;
-    const node* at;
-  };
-
   template <typename Visit>
   void visit_sorted(const node* first, std::size_t n, Visit visit) {
     if (n > sorted_.size()) sorted_.resize(std::max(n, 2 * sorted_.size()));
-    for (std::size_t i = 0; i < n; ++i) insert({first[i].key, first + i}, i);
-    if (n > few) sort_by_bytes(n);
-    for (std::size_t i = 0; i < n; ++i) visit(sorted_[i].at->content);
+    for (std::size_t i = 0; i < n; ++i) insert(first, qel::internal::narrowed<unsigned>(i));
+    if (n > few) sort_by_bytes(first, n);
+    for (std::size_t i = 0; i < n; ++i) visit(first[sorted_[i]].content);
   }
 
-  /// Sorts the first `n` places, without comparing: by each byte in which their keys differ, the lowest first.
-  void sort_by_bytes(std::size_t n) {
+  /// Sorts the numbers of `n` nodes, without comparing: by each byte in which their keys differ, the lowest first.
+  void sort_by_bytes(const node* first, std::size_t n) {
     spare_.resize(sorted_.size());
     std::uint64_t bits = 0;
-    for (std::size_t i = 1; i < n; ++i) bits |= sorted_[i].key ^ sorted_[0].key;
+    for (std::size_t i = 1; i < n; ++i) bits |= first[i].key ^ first[0].key;
     for (unsigned shift = 0; shift < 64; shift += 8) {
       if ((bits >> shift & 0xff) == 0) continue;
       qel::data::internal::radix_digit<std::uint64_t> byte(shift, 8);
-      for (std::size_t i = 0; i < n; ++i) ++byte.places[byte.of(sorted_[i].key)];
+      for (std::size_t i = 0; i < n; ++i) ++byte.places[byte.of(first[i].key)];
       byte.counts_to_places();
-      for (std::size_t i = 0; i < n; ++i) spare_[byte.take_place(sorted_[i].key)] = sorted_[i];
+      for (std::size_t i = 0; i < n; ++i) spare_[byte.take_place(first[sorted_[i]].key)] = sorted_[i];
       sorted_.swap(spare_);
     }
   }
 
-  /// Adds `p` to the first `n` places, in order while they are few: most nodes have one or two children.
-  void insert(const place& p, std::size_t n) {
-    place* to = sorted_.data() + n;
-    if (n < few)
-      for (; to != sorted_.data() && p.key < to[-1].key; --to) *to = to[-1];
-    *to = p;
+  /// Adds the number `i` to those before it, in order while they are few: most nodes have one or two children.
+  void insert(const node* first, unsigned i) {
+    unsigned* to = sorted_.data() + i;
+    if (i < few)
+      for (; to != sorted_.data() && first[i].key < first[to[-1]].key; --to) *to = to[-1];
+    *to = i;
   }
 
   std::vector<node> nodes_;  ///< all but the topmost
   node last_{};              ///< the topmost, which mostly is the only child of the next
   bool has_last_ = false;
-  std::vector<place> sorted_;
-  std::vector<place> spare_;  ///< for `sort_by_bytes`
+  std::vector<unsigned> sorted_;  ///< numbers among the children of a node: less memory than keys and addresses
+  std::vector<unsigned> spare_;   ///< for `sort_by_bytes`
 };
 
 }  // namespace internal
