@@ -68,8 +68,8 @@ function varargout = attribute_profile (varargin)
 %   Limits
 %
 %   I has at most 32765 rows and 32765 columns; a larger one ends the call with
-%   an allocation error of the host.  Beside AP a call needs about 20 bytes of
-%   memory for each pixel of an 8-bit photograph, 80 in the worst case, and
+%   an allocation error of the host.  Beside AP a call needs about 14 bytes of
+%   memory for each pixel of an 8-bit photograph, 85 in the worst case, and
 %   Octave copies AP once on return.
 %
 %   Area thresholds are cut to whole numbers.  Inertia and standard deviation are

@@ -49,7 +49,7 @@ def profile(
     TypeError, ValueError
         An argument is not as above; the text names it.
     MemoryError
-        There is no room for the planes, or for the work: 20 to 90 bytes a pixel.
+        There is no room for the planes, or for the work: 14 to 85 bytes a pixel.
     KeyboardInterrupt
         Ctrl-C ends the call at once. Its work goes on in a thread of its own, which stops where the library next looks
         up, at worst when it has made one of the two trees; its memory is free then. Python waits for it before it ends.
@@ -100,8 +100,8 @@ def extended_profile(
     attribute, thresholds, connectivity, rule
         As in `profile`, the same for all bands.
     workers : int, optional
-        How many bands are computed at a time; by default as many as there are cores for this process. Each needs 20 to
-        90 bytes a pixel.
+        How many bands are computed at a time; by default as many as there are cores for this process. Each needs 14 to
+        85 bytes a pixel.
     progress : bool
         Whether to show a bar with the bands that are finished; needs tqdm.
 
