@@ -77,7 +77,8 @@ inline constexpr bool goes_by_nodes<A, node_tree<T>> =
 /// long as to sort the sites.
 ///
 /// Cost: two passes over the sites, one for values alone; one over the nodes, which sorts the children of each. Memory:
-/// 4 bytes a site, none for values alone; 4 bytes a node, 12 and an accumulator for each node that waits.
+/// 4 bytes a site, none for values alone; 4 bytes a node; 12 and an accumulator for each node that waits, with address
+/// space for as many as may wait; 8 bytes for each child of the node with the most.
 ///
 /// \pre    there are nodes. Values are integers: those that are equal have the same bits.
 /// \throws std::bad_alloc

@@ -49,13 +49,13 @@ class waiting_nodes {
     A content;
   };
 
-  /// Room for `most` nodes from the start: memory that is not touched costs little, and a stack that grows by doubling
-  /// leaves holes of its own size. \throws std::bad_alloc
+  /// Room for `most` nodes from the start: a stack that grows by doubling leaves holes of its own size. Linux backs only
+  /// what is written; Windows commits all of it. \throws std::bad_alloc
   explicit waiting_nodes(std::size_t most) : sorted_(few) { nodes_.reserve(most); }
 
   unsigned size() const { return qel::internal::narrowed<unsigned>(nodes_.size()) + (has_last_ ? 1 : 0); }
 
-  /// Puts `n` on top.
+  /// Puts `n` on top. \pre fewer than `most` nodes wait.
   [[gnu::always_inline]] void enter(const node& n) {
     last_ = n;
     has_last_ = true;
